@@ -1,0 +1,71 @@
+# How a folder of src/ becomes a library, and how each source brings its test along.
+
+set(CMAKE_AUTOMOC ON)
+add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+file(STRINGS ${CMAKE_SOURCE_DIR}/cmake/untested_sources.txt TARNWICK_UNTESTED REGEX "^[^#]")
+
+# tarnwick_library(serato SOURCES a.cpp b.cpp HEADERS c.h DEPENDS foundation platform LINKS Qt6::Core)
+#
+# Makes the static library tarnwick_serato from sources of the present folder. Each a.cpp stands for
+# a.cpp and a.h. Remembers every source, so that tests/ can insist on a_test.cpp.
+function(tarnwick_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;DEPENDS;LINKS" ${ARGN})
+    set(headers ${ARG_HEADERS})
+    foreach(source IN LISTS ARG_SOURCES)
+        string(REGEX REPLACE "\\.cpp$" ".h" header ${source})
+        if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${header})
+            list(APPEND headers ${header})
+        endif()
+    endforeach()
+    list(REMOVE_DUPLICATES headers)
+    add_library(tarnwick_${name} STATIC ${ARG_SOURCES} ${headers})
+    add_library(tarnwick::${name} ALIAS tarnwick_${name})
+    list(TRANSFORM ARG_DEPENDS PREPEND tarnwick::)
+    target_include_directories(tarnwick_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(tarnwick_${name} PUBLIC Qt6::Core tl::expected ${ARG_DEPENDS} ${ARG_LINKS})
+    tarnwick_remember_sources(tarnwick_${name} ${ARG_SOURCES})
+endfunction()
+
+# Notes sources with the library that a test of theirs links. For sources that a library of another
+# folder compiles (the write commands), call it by hand.
+function(tarnwick_remember_sources library)
+    foreach(source IN LISTS ARGN)
+        file(RELATIVE_PATH path ${CMAKE_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR}/${source})
+        set_property(GLOBAL APPEND PROPERTY TARNWICK_SOURCES "${path}=${library}")
+    endforeach()
+endfunction()
+
+# tarnwick_test(tests/path/x_test.cpp LINKS libraries): one Qt Test executable named x_test.
+function(tarnwick_test file)
+    cmake_parse_arguments(ARG "" "TIMEOUT" "LINKS;LABELS" ${ARGN})
+    get_filename_component(test ${file} NAME_WE)
+    add_executable(${test} ${file})
+    target_link_libraries(${test} PRIVATE ${ARG_LINKS} tarnwick::test_support Qt6::Test)
+    add_test(NAME ${test} COMMAND ${test})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    set_tests_properties(${test} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
+        ENVIRONMENT "${TARNWICK_TEST_ENVIRONMENT}")
+endfunction()
+
+set(TARNWICK_TEST_ENVIRONMENT
+    "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QT_FORCE_STDERR_LOGGING=1;LC_ALL=C.UTF-8;TZ=UTC")
+
+# Adds the test of every remembered source; stops the configure step where one is missing.
+function(tarnwick_tests_of_sources)
+    get_property(pairs GLOBAL PROPERTY TARNWICK_SOURCES)
+    foreach(pair IN LISTS pairs)
+        string(REGEX MATCH "^(.*)\\.cpp=(.*)$" matched ${pair})
+        set(path ${CMAKE_MATCH_1})
+        set(library ${CMAKE_MATCH_2})
+        set(test ${CMAKE_SOURCE_DIR}/tests/${path}_test.cpp)
+        if(EXISTS ${test})
+            tarnwick_test(${test} LINKS ${library})
+        elseif(NOT "${path}.cpp" IN_LIST TARNWICK_UNTESTED)
+            message(FATAL_ERROR "src/${path}.cpp has no tests/${path}_test.cpp")
+        endif()
+    endforeach()
+endfunction()

@@ -1,0 +1,20 @@
+# Compiler cache, sanitizers, hardening: all that concerns how, not what, is compiled.
+
+find_program(TARNWICK_CCACHE ccache)
+if(TARNWICK_CCACHE)
+    # Paths relative to the source folder, so that work trees and fresh clones share the cache.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${TARNWICK_CCACHE})
+endif()
+
+if(TARNWICK_SANITIZE)
+    add_compile_options(-fsanitize=${TARNWICK_SANITIZE} -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${TARNWICK_SANITIZE})
+endif()
+
+if(TARNWICK_HARDENED)
+    add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    if(NOT APPLE)
+        add_link_options(-Wl,-z,relro,-z,now -pie)
+    endif()
+endif()
