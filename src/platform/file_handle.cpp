@@ -1,0 +1,96 @@
+#include "platform/file_handle.h"
+
+#include "platform/fault_gate.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarnwick::platform {
+
+namespace {
+
+/// The errno value for what can't be read as a file, or 0.
+int refusalOf(mode_t mode)
+{
+    if (S_ISREG(mode))
+        return 0;
+    return S_ISDIR(mode) ? EISDIR : EINVAL;
+}
+
+int openDescriptor(const QByteArray &path)
+{
+    int descriptor = -1;
+    do
+        descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
+
+} // namespace
+
+FileHandle::SystemResult<FileHandle> FileHandle::openForReading(const QString &path)
+{
+    if (path.contains(QChar::Null))
+        return tl::unexpected(ENOENT);
+    if (const int fault = faultFor(FileOperation::Open, path))
+        return tl::unexpected(fault);
+    const int descriptor = openDescriptor(path.toUtf8());
+    if (descriptor < 0)
+        return tl::unexpected(errno);
+    struct stat status;
+    const int refusal = ::fstat(descriptor, &status) != 0 ? errno : refusalOf(status.st_mode);
+    if (refusal != 0) {
+        ::close(descriptor);
+        return tl::unexpected(refusal);
+    }
+    return FileHandle(descriptor, quint64(status.st_size), path);
+}
+
+FileHandle::FileHandle(FileHandle &&other) noexcept
+    : m_descriptor(std::exchange(other.m_descriptor, -1))
+    , m_size(other.m_size)
+    , m_path(std::move(other.m_path))
+{}
+
+FileHandle &FileHandle::operator=(FileHandle &&other) noexcept
+{
+    std::swap(m_descriptor, other.m_descriptor);
+    std::swap(m_size, other.m_size);
+    std::swap(m_path, other.m_path);
+    return *this;
+}
+
+FileHandle::~FileHandle()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+FileHandle::SystemResult<qsizetype> FileHandle::read(char *out, qsizetype count)
+{
+    // Some systems refuse a single read of 2 GiB and more.
+    constexpr qsizetype largestStep = qsizetype(1) << 30;
+    if (const int fault = faultFor(FileOperation::Read, m_path))
+        return tl::unexpected(fault);
+    qsizetype filled = 0;
+    while (filled < count) {
+        const size_t step = size_t(std::min(count - filled, largestStep));
+        const ssize_t got = ::read(m_descriptor, out + filled, step);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return tl::unexpected(errno);
+        if (got == 0)
+            break;
+        filled += got;
+    }
+    return filled;
+}
+
+} // namespace tarnwick::platform
