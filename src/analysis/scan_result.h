@@ -34,7 +34,7 @@ struct ScannedTrack
 struct ScanResult
 {
     SeratoLibrary::Location location;
-    QDateTime scannedAt; ///< end of the scan, UTC
+    QDateTime scannedAt;              ///< end of the scan, UTC
     std::vector<ScannedTrack> tracks; ///< database order
 
     int total() const { return int(tracks.size()); }

@@ -32,8 +32,8 @@ QString dateForPeople(const QDateTime &moment)
 {
     const QLocale locale = QLocale::system();
     const QDateTime local = moment.toLocalTime();
-    return locale.toString(local.date(), mediumDateFormat(locale)) + u", "_s
-           + locale.toString(local.time(), shortTimeFormat(locale));
+    return locale.toString(local.date(), mediumDateFormat(locale)) + u", "_s +
+           locale.toString(local.time(), shortTimeFormat(locale));
 }
 
 QString isoSeconds(const QDateTime &moment)

@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include <locale.h>
-#ifdef __APPLE__
+#ifdef __APPLE__ // platform: allowed, newlocale lies elsewhere there
 #include <xlocale.h>
 #endif
 

@@ -13,7 +13,8 @@ const QList<ScreenInfo> &allScreens()
     static const QString prep = u"Prep — Phase 4"_s;
     static const QString play = u"Play / backend — Phase 6"_s;
     static const QList<ScreenInfo> screens = {
-        {Screen::LibraryScore, u"libraryScore"_s, u"Library score"_s, u"gauge.medium"_s, later, true},
+        {Screen::LibraryScore, u"libraryScore"_s, u"Library score"_s, u"gauge.medium"_s, later,
+         true},
         {Screen::Health, u"health"_s, u"Health"_s, u"heart.text.square"_s, later, true},
         {Screen::LibrarySafety, u"librarySafety"_s, u"Library & safety"_s, u"lock.shield"_s, later,
          true},

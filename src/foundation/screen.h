@@ -40,10 +40,10 @@ enum class Screen {
 struct ScreenInfo
 {
     Screen screen;
-    QString rawValue;   ///< the name by which the environment and the command line call it
+    QString rawValue; ///< the name by which the environment and the command line call it
     QString title;
-    QString symbol;     ///< name of its icon
-    QString phaseNote;  ///< when it is due, shown while it is not built
+    QString symbol;    ///< name of its icon
+    QString phaseNote; ///< when it is due, shown while it is not built
     bool isImplemented;
 };
 

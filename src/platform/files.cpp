@@ -102,8 +102,8 @@ Result<QStringList> listFolder(const QString &path)
 
 Failure describeFailure(const QString &path, const QString &doing, int error)
 {
-    return {u"The file “%1” couldn't be %2: %3."_s.arg(lastPathComponent(path), doing,
-                                                      QString::fromLocal8Bit(std::strerror(error)))};
+    return {u"The file “%1” couldn't be %2: %3."_s.arg(
+        lastPathComponent(path), doing, QString::fromLocal8Bit(std::strerror(error)))};
 }
 
 } // namespace tarnwick::platform

@@ -9,7 +9,8 @@
 #include <optional>
 
 /// Reading what lies on disk. Every failure carries a sentence for the user. Paths are text in the
-/// system's UTF-8. Nothing here opens a folder, socket, device or pipe: only regular files are read.
+/// system's UTF-8. Nothing here opens a folder, socket, device or pipe: only regular files are
+/// read.
 namespace tarnwick::platform {
 
 /// What the file system says of a path, links followed.

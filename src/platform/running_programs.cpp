@@ -53,8 +53,8 @@ bool isAnyProgramRunning(const QStringList &names)
     if (!processes)
         return false;
     while (const dirent *entry = ::readdir(processes.get())) {
-        if (isProcessFolder(*entry)
-            && wanted.contains(nameOfProcess(::dirfd(processes.get()), entry->d_name)))
+        if (isProcessFolder(*entry) &&
+            wanted.contains(nameOfProcess(::dirfd(processes.get()), entry->d_name)))
             return true;
     }
     return false;

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QUrl>
 
-/// Where the Serato libraries of this machine are, and whether Serato runs now. Keeps no state: each
-/// call looks at the machine afresh.
+/// Where the Serato libraries of this machine are, and whether Serato runs now. Keeps no state:
+/// each call looks at the machine afresh.
 namespace tarnwick::SeratoLibrary {
 
 /// A `_Serato_` folder.

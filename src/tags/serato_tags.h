@@ -11,10 +11,10 @@ namespace tarnwick::SeratoTags {
 /// What the probe found in one file.
 struct Presence
 {
-    bool hasMarkers = false;    ///< cue points: "Serato Markers2"
-    bool hasBeatGrid = false;   ///< "Serato BeatGrid"
-    bool hasGain = false;       ///< a ReplayGain text or Serato's analysis tag
-    bool hasReplayGain = false; ///< a ReplayGain text
+    bool hasMarkers = false;        ///< cue points: "Serato Markers2"
+    bool hasBeatGrid = false;       ///< "Serato BeatGrid"
+    bool hasGain = false;           ///< a ReplayGain text or Serato's analysis tag
+    bool hasReplayGain = false;     ///< a ReplayGain text
     std::optional<double> autogain; ///< decibels, from Serato's analysis tag
 
     bool operator==(const Presence &) const = default;
