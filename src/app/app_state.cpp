@@ -1,0 +1,112 @@
+#include "app/app_state.h"
+
+#include "foundation/paths.h"
+#include "platform/environment.h"
+
+#include <QTimer>
+
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+constexpr std::chrono::milliseconds toastLife{4200};
+
+} // namespace
+
+AppState::AppState(Environment environment, QObject *parent)
+    : QObject(parent)
+    , m_environment(environment)
+    , m_locations(SeratoLibrary::discover())
+    , m_seratoRunning(SeratoLibrary::isSeratoRunning())
+{
+    if (environmentValue("TARNWICK_AUTOSCAN") != u"1"_s)
+        return;
+    if (const auto location = defaultLocation())
+        startScan(*location);
+}
+
+AppState::~AppState() = default;
+
+std::optional<QString> AppState::environmentValue(const char *name) const
+{
+    if (m_environment == Environment::Ignored)
+        return std::nullopt;
+    return platform::environmentVariable(name);
+}
+
+std::shared_ptr<const Derived> AppState::derived() const
+{
+    if (m_result && !m_derived)
+        m_derived = std::make_shared<Derived>(m_result, m_ignoredDupeKeys);
+    return m_derived;
+}
+
+std::optional<SeratoLibrary::Location> AppState::defaultLocation() const
+{
+    const QString home = standardizedPath(SeratoLibrary::homeLibrary());
+    for (const SeratoLibrary::Location &location : m_locations) {
+        if (standardizedPath(location.folderPath()) == home)
+            return location;
+    }
+    for (const SeratoLibrary::Location &location : m_locations) {
+        if (location.hasDatabase && location.isOnline)
+            return location;
+    }
+    return std::nullopt;
+}
+
+void AppState::setSelection(Screen screen)
+{
+    if (m_selection == screen)
+        return;
+    m_selection = screen;
+    Q_EMIT selectionChanged();
+}
+
+void AppState::refreshEnvironment()
+{
+    m_locations = SeratoLibrary::discover();
+    Q_EMIT locationsChanged();
+    m_seratoRunning = SeratoLibrary::isSeratoRunning();
+    Q_EMIT seratoRunningChanged();
+}
+
+void AppState::showToast(const QString &message, Reversible reversible)
+{
+    m_toast = Toast{.message = message, .reversible = reversible == Reversible::Yes};
+    const QUuid shown = m_toast->id;
+    QTimer::singleShot(toastLife, this, [this, shown] {
+        if (m_toast && m_toast->id == shown) {
+            m_toast.reset();
+            Q_EMIT toastChanged();
+        }
+    });
+    Q_EMIT toastRaised(*m_toast);
+    Q_EMIT toastChanged();
+}
+
+void AppState::setPhase(Phase phase)
+{
+    if (m_phase == phase)
+        return;
+    m_phase = std::move(phase);
+    Q_EMIT phaseChanged();
+}
+
+void AppState::libraryHasChanged(std::shared_ptr<const Derived> derived)
+{
+    m_derived = std::move(derived);
+    Q_EMIT libraryChanged();
+}
+
+void AppState::taskEnded()
+{
+    if (--m_pendingTasks == 0)
+        Q_EMIT becameIdle();
+}
+
+} // namespace tarnwick

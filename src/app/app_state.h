@@ -1,0 +1,137 @@
+#pragma once
+
+#include "analysis/derived.h"
+#include "analysis/library_scanner.h"
+#include "app/phase.h"
+#include "app/toast.h"
+#include "foundation/result.h"
+#include "foundation/screen.h"
+#include "platform/background.h"
+#include "serato/serato_library.h"
+
+#include <QList>
+#include <QObject>
+#include <QSet>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace tarnwick {
+
+/// Everything that the screens show and every command that they offer. One for the life of the
+/// process; lives on the main thread. Every change of a field is told by its signal.
+///
+/// Does not look at tracks one by one or at files itself: it drives what does.
+class AppState : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Phase = tarnwick::Phase;
+
+    /// Whether the `TARNWICK_…` environment variables act.
+    enum class Environment { Ignored, Read };
+
+    /// The launch: loads the stores, looks for libraries and for Serato, and starts the first scan
+    /// where the environment asks for it.
+    explicit AppState(Environment environment, QObject *parent = nullptr);
+    ~AppState() override;
+
+    const Phase &phase() const { return m_phase; }
+    const QList<SeratoLibrary::Location> &locations() const { return m_locations; }
+    /// The last finished scan, with what the commands have changed since; null before the first.
+    std::shared_ptr<const ScanResult> result() const { return m_result; }
+    Screen selection() const { return m_selection; }
+    /// As last looked at: when this object was made, and when the window appeared.
+    bool isSeratoRunning() const { return m_seratoRunning; }
+    const std::optional<Toast> &toast() const { return m_toast; }
+    /// Duplicate groups that the user called none; forgotten with the process.
+    const QSet<QString> &ignoredDupeKeys() const { return m_ignoredDupeKeys; }
+
+    /// Whether the write commands are offered. A write checks afresh at its own moment.
+    bool canWrite() const { return !m_seratoRunning && m_result; }
+    /// All figures of the present library; null before the first scan. Kept until the library
+    /// changes: take it anew after each change, and rely on no id in it beyond that.
+    std::shared_ptr<const Derived> derived() const;
+    /// The library that a scan without a choice takes: the home library, with or without a
+    /// database, else the first one online with a database.
+    std::optional<SeratoLibrary::Location> defaultLocation() const;
+
+    void setSelection(Screen screen);
+
+    /// Looks again for libraries and for Serato. The window calls it once, when it appears.
+    void refreshEnvironment();
+    /// Scans in the background. No scan is ever cancelled: of two, the later finish wins.
+    void startScan(const SeratoLibrary::Location &location,
+                   LibraryScanner::ReadTags readTags = LibraryScanner::ReadTags::Yes);
+    /// Scans the present library again, else the default one; nothing where there is neither.
+    void rescan();
+    /// Shows a message for 4.2 seconds, in the place of the one on show.
+    void showToast(const QString &message, Reversible reversible = Reversible::No);
+
+    /// The number of background tasks whose result is still to come.
+    int pendingTasks() const { return m_pendingTasks; }
+
+Q_SIGNALS:
+    void phaseChanged();
+    void locationsChanged();
+    void libraryChanged(); ///< the scan result, or what the figures leave out of it
+    void selectionChanged();
+    void seratoRunningChanged();
+    void toastChanged();
+    /// One for each toast, also where two follow each other within one turn of the event loop.
+    void toastRaised(const tarnwick::Toast &toast);
+    /// Every report of a running scan, in order.
+    void progressReported(const tarnwick::ScanProgress &progress);
+    void scanFinished();
+    void scanFailed(const QString &reason);
+    /// No background task is left.
+    void becameIdle();
+
+private:
+    /// A scan that has ended well, with its figures: they take too long to be worked out between
+    /// two frames.
+    struct FinishedScan
+    {
+        std::shared_ptr<ScanResult> result;
+        QSet<QString> ignoredDupeKeys; ///< as they stood when the figures were worked out
+        std::shared_ptr<const Derived> derived;
+    };
+
+    void setPhase(Phase phase);
+    /// To be called after each change of the result or of the ignored keys. `derived` are the new
+    /// figures, where they are known already.
+    void libraryHasChanged(std::shared_ptr<const Derived> derived = nullptr);
+    void updateProgress(const ScanProgress &progress);
+    void finishScan(FinishedScan scan);
+    void failScan(const Failure &reason);
+    void applyEnvironmentAfterScan();
+    std::optional<QString> environmentValue(const char *name) const;
+
+    /// The one way into the background: counted, so that `becameIdle` can be waited for.
+    template <typename Work, typename Then>
+    void runInBackground(platform::Priority priority, Work work, Then then)
+    {
+        ++m_pendingTasks;
+        platform::runInBackground(priority, this, std::move(work), [this, then](auto &&value) {
+            then(std::forward<decltype(value)>(value));
+            taskEnded();
+        });
+    }
+    void taskEnded();
+
+    const Environment m_environment;
+    Phase m_phase;
+    QList<SeratoLibrary::Location> m_locations;
+    std::shared_ptr<ScanResult> m_result;
+    Screen m_selection = Screen::LibraryScore;
+    bool m_seratoRunning = false;
+    std::optional<Toast> m_toast;
+    QSet<QString> m_ignoredDupeKeys;
+
+    mutable std::shared_ptr<const Derived> m_derived;
+    int m_pendingTasks = 0;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,78 @@
+// The road of a scan through AppState: its start, its reports and its two ends.
+
+#include "app/app_state.h"
+
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+void AppState::startScan(const SeratoLibrary::Location &location, LibraryScanner::ReadTags readTags)
+{
+    setPhase(Scanning{});
+    const QPointer<AppState> self(this);
+    const auto report = [self](const ScanProgress &progress) {
+        platform::callOnMainThread([self, progress] {
+            if (self)
+                self->updateProgress(progress);
+        });
+    };
+    const auto work = [location, readTags, report, ignored = m_ignoredDupeKeys] {
+        return LibraryScanner::scan(location, readTags, report).map([&](ScanResult &&result) {
+            auto shared = std::make_shared<ScanResult>(std::move(result));
+            return FinishedScan{shared, ignored, std::make_shared<Derived>(shared, ignored)};
+        });
+    };
+    runInBackground(platform::Priority::UserInitiated, work, [this](Result<FinishedScan> outcome) {
+        if (outcome)
+            finishScan(std::move(*outcome));
+        else
+            failScan(outcome.error());
+    });
+}
+
+void AppState::rescan()
+{
+    if (m_result)
+        startScan(m_result->location);
+    else if (const auto location = defaultLocation())
+        startScan(*location);
+}
+
+void AppState::updateProgress(const ScanProgress &progress)
+{
+    // A report that comes in after the scan has ended must not bring its view back.
+    if (!std::holds_alternative<Scanning>(m_phase))
+        return;
+    setPhase(Scanning{progress});
+    Q_EMIT progressReported(progress);
+}
+
+void AppState::finishScan(FinishedScan scan)
+{
+    m_result = std::move(scan.result);
+    libraryHasChanged(scan.ignoredDupeKeys == m_ignoredDupeKeys ? scan.derived : nullptr);
+    setPhase(Ready{});
+    setSelection(Screen::LibraryScore);
+    applyEnvironmentAfterScan();
+    Q_EMIT scanFinished();
+}
+
+/// Read anew after every scan of the process, not only the first.
+void AppState::applyEnvironmentAfterScan()
+{
+    if (const auto wanted = environmentValue("TARNWICK_SCREEN")) {
+        if (const auto screen = screenFromRawValue(*wanted))
+            setSelection(*screen);
+    }
+}
+
+void AppState::failScan(const Failure &reason)
+{
+    setPhase(ChooseLibrary{});
+    showToast(u"Couldn't read that library: %1"_s.arg(reason.message));
+    Q_EMIT scanFailed(reason.message);
+}
+
+} // namespace tarnwick
