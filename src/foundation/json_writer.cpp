@@ -107,7 +107,7 @@ void JsonWriter::breakLine()
 {
     if (m_style == Style::Pretty) {
         m_out.append('\n');
-        m_out.append(2 * m_depth, ' ');
+        m_out.append(qsizetype(2) * m_depth, ' ');
     }
 }
 
