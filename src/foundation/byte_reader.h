@@ -18,6 +18,8 @@ public:
 
     qsizetype position() const { return m_position; }
     qsizetype remaining() const { return m_bytes.size() - m_position; }
+    /// All that remains; no move.
+    QByteArrayView rest() const { return m_bytes.sliced(m_position); }
     bool has(quint64 count) const { return count <= quint64(remaining()); }
 
     /// The next `count` bytes, or nothing (and no move) if fewer remain.

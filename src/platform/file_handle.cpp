@@ -72,15 +72,16 @@ FileHandle::~FileHandle()
         ::close(m_descriptor);
 }
 
-FileHandle::SystemResult<qsizetype> FileHandle::read(char *out, qsizetype count)
+FileHandle::SystemResult<qsizetype> FileHandle::readAtLeast(char *out, qsizetype least,
+                                                            qsizetype capacity)
 {
     // Some systems refuse a single read of 2 GiB and more.
     constexpr qsizetype largestStep = qsizetype(1) << 30;
     if (const int fault = faultFor(FileOperation::Read, m_path))
         return tl::unexpected(fault);
     qsizetype filled = 0;
-    while (filled < count) {
-        const size_t step = size_t(std::min(count - filled, largestStep));
+    while (filled < least) {
+        const size_t step = size_t(std::min(capacity - filled, largestStep));
         const ssize_t got = ::read(m_descriptor, out + filled, step);
         if (got < 0 && errno == EINTR)
             continue;

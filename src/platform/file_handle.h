@@ -28,7 +28,14 @@ public:
     quint64 size() const { return m_size; }
 
     /// Up to `count` bytes from where the last read ended; fewer only at the end of the file.
-    SystemResult<qsizetype> read(char *out, qsizetype count);
+    SystemResult<qsizetype> read(char *out, qsizetype count)
+    {
+        return readAtLeast(out, count, count);
+    }
+
+    /// At least `least` bytes, fewer only at the end of the file, and up to `capacity` where the
+    /// system gives them in the same call.
+    SystemResult<qsizetype> readAtLeast(char *out, qsizetype least, qsizetype capacity);
 
 private:
     FileHandle(int descriptor, quint64 size, const QString &path)

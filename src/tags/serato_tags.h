@@ -11,11 +11,12 @@ namespace tarnwick::SeratoTags {
 /// What the probe found in one file.
 struct Presence
 {
-    bool hasMarkers = false;        ///< cue points: "Serato Markers2"
-    bool hasBeatGrid = false;       ///< "Serato BeatGrid"
-    bool hasGain = false;           ///< a ReplayGain text or Serato's analysis tag
-    bool hasReplayGain = false;     ///< a ReplayGain text
-    std::optional<double> autogain; ///< decibels, from Serato's analysis tag
+    bool hasMarkers = false;    ///< cue points: "Serato Markers2"
+    bool hasBeatGrid = false;   ///< "Serato BeatGrid"
+    bool hasGain = false;       ///< a ReplayGain text or Serato's analysis tag
+    bool hasReplayGain = false; ///< a ReplayGain text
+    /// Decibels, from Serato's analysis tag; always finite.
+    std::optional<double> autogain = std::nullopt;
 
     bool operator==(const Presence &) const = default;
 };
