@@ -50,6 +50,7 @@ private Q_SLOTS:
     void findsAPatternAtEveryDistanceFromTheGrid();
     void findsNothingInBodiesShorterThanAPattern();
     void missesAPatternThatTheEndCutsOff();
+    void missesAPatternThatBeginsAheadOfTheBody();
     void givesTheFirstOfSeveralOccurrences();
     void findsPatternsThatStandBackToBack();
     void rejectsNearMisses();
@@ -89,6 +90,13 @@ void PatternScanTest::missesAPatternThatTheEndCutsOff()
         QCOMPARE(scan.firstOffsets(QByteArrayView(whole).chopped(1))[0], PatternScan::notFound);
         QCOMPARE(scan.firstOffsets(whole)[0], ahead);
     }
+}
+
+void PatternScanTest::missesAPatternThatBeginsAheadOfTheBody()
+{
+    const QByteArray whole = "Serato Markers2" + padding(30);
+    for (qsizetype cut = 1; cut <= 15; ++cut)
+        QCOMPARE(scan.firstOffsets(QByteArrayView(whole).sliced(cut))[0], PatternScan::notFound);
 }
 
 void PatternScanTest::givesTheFirstOfSeveralOccurrences()

@@ -295,10 +295,10 @@ void SeratoTagsTest::looksNeitherAtTheVersionNorAtTheFlags()
 
 void SeratoTagsTest::letsTheBytesOfAMalformedSizeOverlap()
 {
-    // 1 shifted by 7 and 0xFF make 0xFF, neither their sum nor what seven bits of each would give.
-    const QByteArray header = "ID3\3\0\0\0\0\1\xff"_ba;
-    QVERIFY(probe(header + zeros(240) + "Serato Markers2")->hasMarkers);
-    QVERIFY(!probe(header + zeros(241) + "Serato Markers2")->hasMarkers);
+    // 0x4080. Their sum would be 0x8080, and seven bits of each would give 0x4000.
+    const QByteArray header = "ID3\3\0\0\0\x01\x80\x80"_ba;
+    QVERIFY(probe(header + zeros(0x4080 - 15) + "Serato Markers2")->hasMarkers);
+    QVERIFY(!probe(header + zeros(0x4080 - 14) + "Serato Markers2")->hasMarkers);
 }
 
 void SeratoTagsTest::keepsNothingOfTheFileReadBefore()
