@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace tarnwick::platform {
+
+enum class Flush { No, Yes };
+
+/// The step that copies and moves share: one entry, a folder with all below it. A file is flushed
+/// if asked for; what a folder holds is not. A pipe or socket is made anew, never opened. Answers 0
+/// or an errno value; what was copied until then stays.
+int copyEntry(const QByteArray &source, const QByteArray &destination, Flush flush);
+
+} // namespace tarnwick::platform
