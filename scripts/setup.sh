@@ -24,7 +24,7 @@ run=(
 test=(qml6-module-qttest xvfb xauth)
 check=(git python3 clang-format clang-tidy cppcheck shellcheck)
 interop=(python3-mutagen libtag1-dev libxml2-utils sqlite3)
-fuzz=(clang libclang-rt-14-dev)
+fuzz=(clang libclang-rt-dev)
 
 # What a build and the checks call by name, for systems whose packages are named otherwise.
 commands=(c++ cmake ninja python3 git)
