@@ -25,6 +25,8 @@ struct Location
     bool operator==(const Location &) const = default;
 };
 
+size_t qHash(const Location &location, size_t seed = 0) noexcept;
+
 /// The user's own library folder, whether or not it is there.
 QString homeLibrary();
 
