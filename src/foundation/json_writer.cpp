@@ -29,7 +29,7 @@ void appendUtf8(QByteArray &out, char32_t scalar)
 
 bool isPlain(char16_t unit)
 {
-    return unit >= 0x20 && unit < 0x80 && unit != u'"' && unit != u'\\';
+    return unit >= 0x20 && unit < 0x7F && unit != u'"' && unit != u'\\';
 }
 
 void appendEscaped(QByteArray &out, char16_t unit)
@@ -66,22 +66,45 @@ void appendEscaped(QByteArray &out, char16_t unit)
 
 } // namespace
 
+namespace {
+
+/// How many code units from `from` on need no escape and are ASCII.
+qsizetype plainRun(QStringView text, qsizetype from)
+{
+    qsizetype end = from;
+    while (end < text.size() && isPlain(text[end].unicode()))
+        ++end;
+    return end - from;
+}
+
+void appendAscii(QByteArray &out, QStringView text)
+{
+    const qsizetype start = out.size();
+    out.resize(start + text.size());
+    char *to = out.data() + start;
+    for (const QChar character : text)
+        *to++ = char(character.unicode());
+}
+
+} // namespace
+
 void JsonWriter::appendQuoted(QByteArray &out, QStringView text)
 {
     out.append('"');
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i].unicode();
-        if (isPlain(unit)) {
-            out.append(char(unit));
-        } else if (unit < 0x80 && unit != 0x7F) {
-            appendEscaped(out, unit);
-        } else if (QChar::isHighSurrogate(unit) && i + 1 < text.size() &&
-                   text[i + 1].isLowSurrogate()) {
-            appendUtf8(out, QChar::surrogateToUcs4(unit, text[++i].unicode()));
-        } else {
-            appendUtf8(out,
-                       QChar::isSurrogate(unit) ? char32_t(QChar::ReplacementCharacter) : unit);
+        if (const qsizetype run = plainRun(text, i); run > 0) {
+            appendAscii(out, text.sliced(i, run));
+            i += run - 1;
+            continue;
         }
+        const char16_t unit = text[i].unicode();
+        if (unit < 0x80 && unit != 0x7F)
+            appendEscaped(out, unit);
+        else if (QChar::isHighSurrogate(unit) && i + 1 < text.size()
+                 && text[i + 1].isLowSurrogate())
+            appendUtf8(out, QChar::surrogateToUcs4(unit, text[++i].unicode()));
+        else
+            appendUtf8(out, QChar::isSurrogate(unit) ? char32_t(QChar::ReplacementCharacter) : unit);
     }
     out.append('"');
 }

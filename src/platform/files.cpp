@@ -4,6 +4,8 @@
 #include "platform/fault_gate.h"
 #include "platform/file_handle.h"
 
+#include <QDir>
+
 #include <algorithm>
 #include <memory>
 
@@ -72,6 +74,11 @@ bool isRegularFile(const QString &path)
 {
     const auto facts = factsOf(path);
     return facts && facts->kind == FileFacts::Kind::Regular;
+}
+
+QString absolutePath(const QString &path)
+{
+    return standardizedPath(path.startsWith(u'/') ? path : joinedPath(QDir::currentPath(), path));
 }
 
 Result<QByteArray> readFile(const QString &path)

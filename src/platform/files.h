@@ -29,6 +29,9 @@ bool exists(const QString &path);
 bool isFolder(const QString &path);
 bool isRegularFile(const QString &path);
 
+/// A path made absolute against the working directory, "." and ".." removed; links stay.
+QString absolutePath(const QString &path);
+
 /// The whole content of a regular file.
 Result<QByteArray> readFile(const QString &path);
 

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QByteArray>
+#include <QtGlobal>
+
+namespace tarnwick::testing {
+
+/// A variable of the process environment, set (or taken away) for the guard's life.
+class ScopedVariable
+{
+public:
+    ScopedVariable(const char *name, const QByteArray &value)
+        : ScopedVariable(name)
+    {
+        qputenv(name, value);
+    }
+    /// Takes the variable away.
+    explicit ScopedVariable(const char *name)
+        : m_name(name)
+        , m_wasSet(qEnvironmentVariableIsSet(name))
+        , m_before(qgetenv(name))
+    {
+        qunsetenv(name);
+    }
+    ~ScopedVariable()
+    {
+        if (m_wasSet)
+            qputenv(m_name, m_before);
+        else
+            qunsetenv(m_name);
+    }
+    ScopedVariable(const ScopedVariable &) = delete;
+    ScopedVariable &operator=(const ScopedVariable &) = delete;
+
+private:
+    const char *m_name;
+    bool m_wasSet;
+    QByteArray m_before;
+};
+
+} // namespace tarnwick::testing
