@@ -20,8 +20,8 @@ struct ScannedTrack
     bool hasBeatGrid = false;
     bool hasGain = false;
     bool hasReplayGain = false;
-    std::optional<double> autogain; ///< decibels; always finite
-    bool tagsRead = false;          ///< the probe ran and gave an answer
+    std::optional<double> autogain = std::nullopt; ///< decibels; always finite
+    bool tagsRead = false;                         ///< the probe ran and gave an answer
 
     QUuid id() const { return track.id; }
     /// Serato's own flag counts even where the file is there.
