@@ -1,0 +1,44 @@
+#include "cli/command_table.h"
+
+#include "cli/probe_command.h"
+#include "cli/reading_commands.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick::cli {
+
+const QList<CommandInfo> &commands()
+{
+    static const QList<CommandInfo> table = {
+        {.name = u"libraries"_s,
+         .summary = u"List the libraries of this machine."_s,
+         .run = runLibraries},
+        {.name = u"scan"_s,
+         .scans = Scans::Yes,
+         .options = {{u"no-tags"_s, {}, u"leave the audio files unopened"_s}},
+         .summary = u"Scan a library and list its tracks."_s,
+         .run = runScan},
+        {.name = u"score"_s,
+         .scans = Scans::Yes,
+         .summary = u"Score a library on its six dimensions."_s,
+         .run = runScore},
+        {.name = u"probe"_s,
+         .argumentUsage = u"FILE"_s,
+         .leastArguments = 1,
+         .mostArguments = 1,
+         .summary = u"Show what the tags of one audio file hold."_s,
+         .run = runProbe},
+    };
+    return table;
+}
+
+const CommandInfo *commandNamed(const QString &name)
+{
+    for (const CommandInfo &command : commands()) {
+        if (command.name == name)
+            return &command;
+    }
+    return nullptr;
+}
+
+} // namespace tarnwick::cli

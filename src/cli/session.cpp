@@ -1,0 +1,121 @@
+#include "cli/session.h"
+
+#include "cli/progress_line.h"
+#include "foundation/paths.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+
+#include <QEventLoop>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick::cli {
+
+namespace {
+
+void writeToasts(JsonWriter &json, const QList<Toast> &toasts)
+{
+    json.beginObject();
+    json.key(u"toasts");
+    json.beginArray();
+    for (const Toast &toast : toasts) {
+        json.beginObject();
+        json.member(u"message", toast.message);
+        json.member(u"reversible", toast.reversible);
+        json.endObject();
+    }
+    json.endArray();
+    json.endObject();
+}
+
+} // namespace
+
+SeratoLibrary::Location locationOfFolder(const QString &folder,
+                                         const QList<SeratoLibrary::Location> &known)
+{
+    const QString path = standardizedPath(folder);
+    for (const SeratoLibrary::Location &location : known) {
+        if (standardizedPath(location.folderPath()) == path)
+            return location;
+    }
+    const QString database = joinedPath(path, u"database V2"_s);
+    return {lastPathComponent(parentFolder(path)), QUrl::fromLocalFile(path),
+            platform::isFolder(path), platform::exists(database)};
+}
+
+Session::Session(const CommandLine &line, Output &output)
+    : m_line(line)
+    , m_output(output)
+    , m_app(AppState::Environment::Ignored)
+{
+    QObject::connect(&m_app, &AppState::toastRaised, &m_app,
+                     [this](const Toast &toast) { m_toasts.append(toast); });
+    QObject::connect(&m_app, &AppState::progressReported, &m_app,
+                     [this](const ScanProgress &progress) { m_progress.append(progress); });
+}
+
+Status Session::run()
+{
+    if (m_line.command->scans == Scans::Yes) {
+        if (const Status status = scan(); status != Status::Done)
+            return status;
+    }
+    const Status status = m_line.command->run(*this);
+    waitForBackground();
+    return status;
+}
+
+Status Session::scan()
+{
+    const auto chosen = location();
+    ProgressLine progress;
+    const auto watching =
+        QObject::connect(&m_app, &AppState::progressReported, &m_app,
+                         [&progress](const ScanProgress &report) { progress.show(report); });
+    if (!chosen) {
+        m_app.showToast(u"Load a library first."_s);
+    } else {
+        const bool plain = m_line.has(u"no-tags"_s);
+        m_app.startScan(*chosen,
+                        plain ? LibraryScanner::ReadTags::No : LibraryScanner::ReadTags::Yes);
+        waitForBackground();
+    }
+    progress.clear();
+    QObject::disconnect(watching);
+    if (m_app.result())
+        return Status::Done;
+    printToasts();
+    return Status::Refused;
+}
+
+std::optional<SeratoLibrary::Location> Session::location()
+{
+    if (!m_line.library)
+        return m_app.defaultLocation();
+    return locationOfFolder(platform::absolutePath(*m_line.library), m_app.locations());
+}
+
+void Session::waitForBackground()
+{
+    QEventLoop loop;
+    QObject::connect(&m_app, &AppState::becameIdle, &loop, &QEventLoop::quit);
+    while (m_app.pendingTasks() > 0)
+        loop.exec();
+}
+
+/// For a run that has no other result to show.
+void Session::printToasts()
+{
+    if (wantsJson())
+        writeToasts(m_output.json(), m_toasts);
+    for (const Toast &toast : m_toasts)
+        complain(toast.message);
+}
+
+void Session::complain(const QString &message)
+{
+    const QByteArray line = "tarnwick-cli: " + message.toUtf8() + '\n';
+    std::fwrite(line.constData(), 1, size_t(line.size()), stderr);
+}
+
+} // namespace tarnwick::cli
