@@ -34,7 +34,7 @@ int openDescriptor(const QByteArray &path)
 
 } // namespace
 
-FileHandle::SystemResult<FileHandle> FileHandle::openForReading(const QString &path)
+FileHandle::SystemResult<FileHandle> FileHandle::openKnownRegular(const QString &path)
 {
     if (path.contains(QChar::Null))
         return tl::unexpected(ENOENT);
@@ -43,13 +43,21 @@ FileHandle::SystemResult<FileHandle> FileHandle::openForReading(const QString &p
     const int descriptor = openDescriptor(path.toUtf8());
     if (descriptor < 0)
         return tl::unexpected(errno);
+    return FileHandle(descriptor, 0, path);
+}
+
+FileHandle::SystemResult<FileHandle> FileHandle::openForReading(const QString &path)
+{
+    auto file = openKnownRegular(path);
+    if (!file)
+        return file;
     struct stat status;
-    const int refusal = ::fstat(descriptor, &status) != 0 ? errno : refusalOf(status.st_mode);
-    if (refusal != 0) {
-        ::close(descriptor);
+    if (::fstat(file->m_descriptor, &status) != 0)
+        return tl::unexpected(errno);
+    if (const int refusal = refusalOf(status.st_mode))
         return tl::unexpected(refusal);
-    }
-    return FileHandle(descriptor, quint64(status.st_size), path);
+    file->m_size = quint64(status.st_size);
+    return file;
 }
 
 FileHandle::FileHandle(FileHandle &&other) noexcept

@@ -1,22 +1,18 @@
 #include "tags/pattern_scan.h"
 
-#include <cstring>
-
 namespace tarnwick {
 
 void PatternScan::verifyAround(QByteArrayView body, qsizetype sample, Offsets &found) const
 {
-    const unsigned pair = pairAt(body.data() + sample);
-    for (size_t index = 0; index < m_patterns.size(); ++index) {
-        const QByteArrayView pattern = m_patterns[index];
-        for (qsizetype back = stride - 1; found[index] == notFound && back >= 0; --back) {
-            const qsizetype start = sample - back;
-            if (pairAt(pattern.data() + back) != pair || start < 0)
-                continue;
-            if (pattern.size() <= body.size() - start &&
-                std::memcmp(body.data() + start, pattern.data(), size_t(pattern.size())) == 0)
-                found[index] = start;
-        }
+    unsigned number = m_heads[slotOf(body.data() + sample)];
+    while (number != 0) {
+        const Candidate &candidate = m_candidates[number];
+        number = candidate.next;
+        const qsizetype start = sample - candidate.back;
+        if (start < 0 || found[candidate.pattern] != notFound)
+            continue;
+        if (body.sliced(start).startsWith(m_patterns[candidate.pattern]))
+            found[candidate.pattern] = start;
     }
 }
 
@@ -30,18 +26,18 @@ PatternScan::Offsets PatternScan::firstOffsets(QByteArrayView body) const
     qsizetype at = 0;
     // Hits are rare: eight samples share one branch.
     for (; at + stride * (samplesAtOnce - 1) < pairs; at += stride * samplesAtOnce) {
-        std::uint32_t any = 0;
+        unsigned any = 0;
         for (qsizetype sample = 0; sample < samplesAtOnce; ++sample)
-            any |= knows(bytes + at + sample * stride);
+            any |= m_heads[slotOf(bytes + at + sample * stride)];
         if (any == 0) [[likely]]
             continue;
         for (qsizetype sample = 0; sample < samplesAtOnce; ++sample) {
-            if (knows(bytes + at + sample * stride))
+            if (m_heads[slotOf(bytes + at + sample * stride)])
                 verifyAround(body, at + sample * stride, found);
         }
     }
     for (; at < pairs; at += stride) {
-        if (knows(bytes + at))
+        if (m_heads[slotOf(bytes + at)])
             verifyAround(body, at, found);
     }
     return found;

@@ -10,7 +10,8 @@ namespace tarnwick {
 /// Looks for several byte patterns in one pass that touches only every ninth position.
 ///
 /// 1. Every pattern has at least `windowSize` bytes. The pairs of neighbouring bytes in its first
-///    `windowSize` bytes stand in a table of bits.
+///    `windowSize` bytes stand in a table. It knows each byte by its low seven bits alone, which
+///    keeps the part of it that matters within the nearest cache and lets in few strangers.
 /// 2. Only the pairs at multiples of `stride` in the body are looked up. `stride` is the number of
 ///    pairs in a window, so each occurrence of a pattern holds exactly one of them.
 /// 3. A pair that is in the table gives candidates, each compared in full. They come in ascending
@@ -30,11 +31,9 @@ public:
     constexpr explicit PatternScan(const Patterns &patterns)
         : m_patterns(patterns)
     {
-        for (const QByteArrayView pattern : patterns) {
-            for (qsizetype at = 0; at < stride; ++at) {
-                const unsigned pair = pairAt(pattern.data() + at);
-                m_table[pair / bitsPerWord] |= bitOf(pair);
-            }
+        for (size_t pattern = 0; pattern < patterns.size(); ++pattern) {
+            for (qsizetype back = 0; back < stride; ++back)
+                addCandidate(pattern, back);
         }
     }
 
@@ -42,24 +41,37 @@ public:
     Offsets firstOffsets(QByteArrayView body) const;
 
 private:
-    static constexpr unsigned bitsPerWord = 32;
-    static constexpr unsigned pairValues = 65536;
-
-    static constexpr unsigned pairAt(const char *bytes)
+    /// A place in a pattern at which a sampled pair may stand. Those of one slot form a chain.
+    struct Candidate
     {
-        return unsigned(uchar(bytes[0])) | unsigned(uchar(bytes[1])) << 8;
-    }
-    static constexpr std::uint32_t bitOf(unsigned pair) { return 1u << (pair % bitsPerWord); }
+        std::uint8_t pattern = 0;
+        std::uint8_t back = 0; ///< from the pair to the pattern's start
+        std::uint8_t next = 0; ///< as in `m_heads`
+    };
 
-    std::uint32_t knows(const char *bytes) const
+    static constexpr size_t lowBits = 0x7F7F;
+
+    static constexpr size_t slotOf(const char *pair)
     {
-        const unsigned pair = pairAt(bytes);
-        return m_table[pair / bitsPerWord] & bitOf(pair);
+        const unsigned first = uchar(pair[0]);
+        const unsigned second = uchar(pair[1]);
+        return (first | second << 8) & lowBits;
     }
+
+    /// Goes to the head of its chain, so that the farthest start comes first.
+    constexpr void addCandidate(size_t pattern, qsizetype back)
+    {
+        const size_t number = pattern * stride + size_t(back) + 1;
+        std::uint8_t &head = m_heads[slotOf(m_patterns[pattern].data() + back)];
+        m_candidates[number] = {std::uint8_t(pattern), std::uint8_t(back), head};
+        head = std::uint8_t(number);
+    }
+
     void verifyAround(QByteArrayView body, qsizetype sample, Offsets &found) const;
 
     Patterns m_patterns;
-    std::array<std::uint32_t, pairValues / bitsPerWord> m_table{};
+    std::array<std::uint8_t, lowBits + 1> m_heads{}; ///< by slot: a candidate's number, 0 for none
+    std::array<Candidate, patternCount * stride + 1> m_candidates{}; ///< by number, from 1
 };
 
 } // namespace tarnwick

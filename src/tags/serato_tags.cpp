@@ -23,7 +23,7 @@ namespace {
 using platform::FileHandle;
 
 /// The first read takes a header and a usual tag together; a larger tag takes a second read.
-constexpr qsizetype firstReadSize = 8192;
+constexpr qsizetype firstReadSize = 5120;
 constexpr qsizetype bufferSize = Id3::headerSize + Id3::largestReadTag;
 static_assert(firstReadSize <= bufferSize);
 
@@ -43,13 +43,10 @@ char *threadBuffer()
 
 /// The tag behind the header, cut short where the file is; nothing if there is no usable tag. Lies
 /// in the thread's buffer until the next call.
-std::optional<QByteArrayView> readTagBody(const QString &path)
+std::optional<QByteArrayView> readTagBody(FileHandle &file)
 {
-    auto file = FileHandle::openForReading(path);
-    if (!file)
-        return std::nullopt;
     char *buffer = threadBuffer();
-    const auto first = file->readAtLeast(buffer, Id3::headerSize, firstReadSize);
+    const auto first = file.readAtLeast(buffer, Id3::headerSize, firstReadSize);
     if (!first || *first < Id3::headerSize || !Id3::hasMagic(QByteArrayView(buffer, *first)))
         return std::nullopt;
     const qint64 size = Id3::syncsafe(buffer + Id3::sizeOffset);
@@ -57,7 +54,7 @@ std::optional<QByteArrayView> readTagBody(const QString &path)
         return std::nullopt;
     qsizetype filled = std::min<qsizetype>(*first, Id3::headerSize + size);
     if (filled < Id3::headerSize + size) {
-        const auto rest = file->read(buffer + filled, Id3::headerSize + size - filled);
+        const auto rest = file.read(buffer + filled, Id3::headerSize + size - filled);
         if (!rest)
             return std::nullopt;
         filled += *rest;
@@ -96,17 +93,9 @@ std::optional<double> autogain(QByteArrayView rest)
     return value && std::isfinite(*value) ? value : std::nullopt;
 }
 
-} // namespace
-
-bool isSupported(const QString &path)
+std::optional<Presence> presenceIn(FileHandle &file)
 {
-    static const QStringList probed{u"mp3"_s, u"aif"_s, u"aiff"_s, u"wav"_s};
-    return probed.contains(lowerCased(pathExtension(path)));
-}
-
-std::optional<Presence> presence(const QString &path)
-{
-    const auto body = readTagBody(path);
+    const auto body = readTagBody(file);
     if (!body)
         return std::nullopt;
     const auto found = scan.firstOffsets(*body);
@@ -119,6 +108,26 @@ std::optional<Presence> presence(const QString &path)
     if (has(Analysis))
         result.autogain = autogain(body->sliced(found[Analysis] + analysisPattern.size()));
     return result;
+}
+
+} // namespace
+
+bool isSupported(const QString &path)
+{
+    static const QStringList probed{u"mp3"_s, u"aif"_s, u"aiff"_s, u"wav"_s};
+    return probed.contains(lowerCased(pathExtension(path)));
+}
+
+std::optional<Presence> presence(const QString &path)
+{
+    auto file = FileHandle::openForReading(path);
+    return file ? presenceIn(*file) : std::nullopt;
+}
+
+std::optional<Presence> presenceInRegularFile(const QString &path)
+{
+    auto file = FileHandle::openKnownRegular(path);
+    return file ? presenceIn(*file) : std::nullopt;
 }
 
 } // namespace tarnwick::SeratoTags

@@ -27,4 +27,8 @@ bool isSupported(const QString &path);
 /// What the tag at the start of a file holds; nothing if the tag could not be read.
 std::optional<Presence> presence(const QString &path);
 
+/// The same for a path that the caller has just found to be a regular file: asks the system no more
+/// than it must. Any other kind of file may be read from.
+std::optional<Presence> presenceInRegularFile(const QString &path);
+
 } // namespace tarnwick::SeratoTags
