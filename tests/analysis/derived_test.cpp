@@ -101,6 +101,44 @@ private Q_SLOTS:
             scanOf({blank, onDisk().genre(u"House"_s), lost(u"D"_s, u"v"_s), empty}));
         QCOMPARE(derived.untaggedTracks(), (std::vector{blank, empty}));
     }
+
+    void loudnessAgainstTheAverage()
+    {
+        const ScannedTrack loud = onDisk(u"A"_s).autogain(-6.0);
+        const ScannedTrack soft = onDisk(u"B"_s).autogain(3.0);
+        const ScannedTrack unknown = onDisk(u"C"_s).gain();
+        const Derived derived(scanOf({loud, soft, unknown}));
+        QCOMPARE(derived.avgAutogain(), -1.5);
+        QCOMPARE(derived.tracksWithGain(), (std::vector{loud, soft}));
+        QCOMPARE(derived.loudnessDeviation(loud), std::optional(4.5));
+        QCOMPARE(derived.normalizingGain(loud), std::optional(-4.5));
+        QCOMPARE(derived.loudnessDeviation(soft), std::optional(-4.5));
+        QCOMPARE(derived.normalizingGain(soft), std::optional(4.5));
+        QCOMPARE(derived.loudnessDeviation(unknown), std::optional<double>());
+        QCOMPARE(derived.normalizingGain(unknown), std::optional<double>());
+    }
+
+    void withoutAnyGainTheAverageIsZero()
+    {
+        const Derived derived(scanOf({onDisk(u"A"_s)}));
+        QCOMPARE(derived.avgAutogain(), 0.0);
+        QVERIFY(derived.tracksWithGain().empty());
+    }
+
+    void versionsAndGenresComeFromTheScan()
+    {
+        const Derived derived(scanOf({onDisk(u"A"_s, u"x"_s), onDisk(u"A"_s, u"x (Dub)"_s),
+                                      lost(u"a"_s, u"y"_s).genre(u"House"_s)}));
+        const std::vector<Derived::VersionGroup> groups = derived.versionGroups();
+        QCOMPARE(groups.size(), size_t(1));
+        QCOMPARE(groups[0].base, u"A — X"_s);
+        QVERIFY(groups[0].id != derived.versionGroups().at(0).id);
+        const std::optional expected(GenreSuggestion{u"House"_s, 100});
+        QCOMPARE(derived.genreSuggestion(derived.result().tracks[0]), expected);
+        const Derived copy = derived;
+        QCOMPARE(copy.genreSuggestion(derived.result().tracks[1]), expected);
+        QCOMPARE(copy.genreSuggestion(onDisk(u"B"_s)), std::optional<GenreSuggestion>());
+    }
 };
 
 QTEST_APPLESS_MAIN(DerivedTest)
