@@ -100,11 +100,12 @@ void JsonWriter::appendQuoted(QByteArray &out, QStringView text)
         const char16_t unit = text[i].unicode();
         if (unit < 0x80 && unit != 0x7F)
             appendEscaped(out, unit);
-        else if (QChar::isHighSurrogate(unit) && i + 1 < text.size()
-                 && text[i + 1].isLowSurrogate())
+        else if (QChar::isHighSurrogate(unit) && i + 1 < text.size() &&
+                 text[i + 1].isLowSurrogate())
             appendUtf8(out, QChar::surrogateToUcs4(unit, text[++i].unicode()));
         else
-            appendUtf8(out, QChar::isSurrogate(unit) ? char32_t(QChar::ReplacementCharacter) : unit);
+            appendUtf8(out,
+                       QChar::isSurrogate(unit) ? char32_t(QChar::ReplacementCharacter) : unit);
     }
     out.append('"');
 }
