@@ -11,7 +11,7 @@ set -euo pipefail
 export LC_ALL=C
 
 build=(
-  g++ cmake ninja-build ccache pkg-config
+  g++ cmake ninja-build ccache mold pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools qt6-svg-dev
   libgl-dev libopengl-dev libegl-dev libexpected-dev libsqlite3-dev libbenchmark-dev
 )
