@@ -56,24 +56,29 @@ std::vector<Field> fieldsIn(QByteArrayView bytes)
     return fields;
 }
 
+std::vector<SeratoTrack> tracksIn(QByteArrayView bytes, Notes *notes)
+{
+    std::vector<SeratoTrack> tracks;
+    tracks.reserve(countOf(trackTag, bytes));
+    SharedTexts texts;
+    walkNested(bytes, trackTag, notes, [&](QByteArrayView payload) {
+        SeratoTrack &track = tracks.emplace_back();
+        return walk(payload, [&](const Field &field) { assignField(track, field, texts); });
+    });
+    return tracks;
+}
+
 Result<std::vector<SeratoTrack>> parseDatabase(const QString &path, Notes *notes)
 {
     const Result<QByteArray> bytes = platform::readFile(path);
     if (!bytes)
         return tl::unexpected(bytes.error());
-    std::vector<SeratoTrack> tracks;
     try {
-        tracks.reserve(countOf(trackTag, *bytes));
+        return tracksIn(*bytes, notes);
     } catch (const std::bad_alloc &) {
         // Gigabytes of empty records take some fifty times their size as tracks.
         return tl::unexpected(platform::describeFailure(path, u"read"_s, ENOMEM));
     }
-    SharedTexts texts;
-    walkNested(*bytes, trackTag, notes, [&](QByteArrayView payload) {
-        SeratoTrack &track = tracks.emplace_back();
-        return walk(payload, [&](const Field &field) { assignField(track, field, texts); });
-    });
-    return tracks;
 }
 
 Result<QStringList> parseCrate(const QString &path, Notes *notes)
