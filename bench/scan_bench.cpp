@@ -3,7 +3,7 @@
 
 #include "analysis/derived.h"
 #include "analysis/library_scanner.h"
-#include "floors/flat_grouping.h"
+#include "floors/library_floors.h"
 #include "floors/plain_reading.h"
 #include "ratio.h"
 #include "serato/serato_parser.h"
