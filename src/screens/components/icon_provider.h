@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QQuickImageProvider>
+#include <QUrl>
+#include <QtQml/qqmlregistration.h>
+
+namespace tarnwick {
+
+/// The addresses under which `IconProvider` knows its pictures.
+class Icons : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    using QObject::QObject;
+
+    /// Heavy lines stand beside bold text.
+    enum Lines { Plain, Heavy };
+    Q_ENUM(Lines)
+
+    /// Empty for an empty symbol.
+    Q_INVOKABLE static QUrl url(const QString &symbol, const QColor &color, int lines);
+    /// The drawing of a symbol, as a resource.
+    static QString drawing(const QString &symbol);
+};
+
+/// Draws symbols of the icon set in one colour, at the very size asked for. An unknown symbol gives
+/// no picture, which the image that asked for it reports.
+class IconProvider : public QQuickImageProvider
+{
+public:
+    static constexpr auto id = "tarnwick-icon";
+
+    IconProvider();
+
+    /// `address` is what `Icons::url` puts behind the provider's name. Without a requested size the
+    /// picture is 24 pixels wide and high.
+    QImage requestImage(const QString &address, QSize *size, const QSize &requested) override;
+};
+
+} // namespace tarnwick

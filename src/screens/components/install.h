@@ -1,0 +1,11 @@
+#pragma once
+
+class QQmlEngine;
+
+namespace tarnwick {
+
+/// Gives an engine what the components take for granted: where the program's own modules lie, and
+/// the pictures of icons and shadows. To be called ahead of the first load.
+void installComponents(QQmlEngine &engine);
+
+} // namespace tarnwick
