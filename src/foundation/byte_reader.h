@@ -32,6 +32,18 @@ public:
         return taken;
     }
 
+    /// The bytes ahead of the next zero byte, and a move past it; nothing, and no move, if there is
+    /// no zero byte to come.
+    std::optional<QByteArrayView> takeThroughZero()
+    {
+        const qsizetype length = rest().indexOf('\0');
+        if (length < 0)
+            return std::nullopt;
+        const QByteArrayView taken = rest().first(length);
+        m_position += length + 1;
+        return taken;
+    }
+
     /// The next four bytes as a big-endian number, or nothing (and no move) if fewer remain.
     std::optional<quint32> takeBigEndian32()
     {

@@ -1,8 +1,10 @@
 #include "foundation/numbers.h"
 
+#include <charconv>
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 
 #include <locale.h>
 #ifdef __APPLE__ // platform: allowed, newlocale lies elsewhere there
@@ -78,6 +80,14 @@ std::optional<qint64> parseWhole(QStringView text)
     bool fits = false;
     const qint64 value = text.toLongLong(&fits);
     return fits ? std::optional(value) : std::nullopt;
+}
+
+QByteArray twoDecimals(double number)
+{
+    char digits[352]; // the largest double has 309 digits ahead of its point
+    const auto written =
+        std::to_chars(std::begin(digits), std::end(digits), number, std::chars_format::fixed, 2);
+    return QByteArray(digits, written.ptr - digits);
 }
 
 } // namespace tarnwick

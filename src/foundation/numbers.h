@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 
@@ -24,5 +25,8 @@ std::optional<double> parseTempo(QStringView text);
 
 /// A whole number: an optional sign and ASCII digits, nothing else, within 64 bits.
 std::optional<qint64> parseWhole(QStringView text);
+
+/// The number as "%.2f" gives it in the C locale, with a point wherever the user may be.
+QByteArray twoDecimals(double number);
 
 } // namespace tarnwick
