@@ -14,6 +14,7 @@ class TracksOnDiskTest : public QObject
 
 private Q_SLOTS:
     void numbersWhatIsOnDiskInLibraryOrder();
+    void takesATrackThatSeratoFlagsAsMissing();
     void findsATrackByItsPathWithoutALeadingSlash_data();
     void findsATrackByItsPathWithoutALeadingSlash();
     void findsTheLaterOfTwoTracksWithOnePath();
@@ -31,6 +32,14 @@ void TracksOnDiskTest::numbersWhatIsOnDiskInLibraryOrder()
     QCOMPARE(found.track(2).relativePath, u"a"_s);
     QCOMPARE(found.numberOf(u"a"), 2);
     QCOMPARE(found.numberOf(u"c"), 0);
+}
+
+void TracksOnDiskTest::takesATrackThatSeratoFlagsAsMissing()
+{
+    ScannedTrack flagged = onDisk(u"a"_s);
+    flagged.track.flaggedMissing = true;
+    const std::vector<ScannedTrack> tracks = {flagged};
+    QCOMPARE(TracksOnDisk(tracks).numberOf(u"a"), 1);
 }
 
 void TracksOnDiskTest::findsATrackByItsPathWithoutALeadingSlash_data()
