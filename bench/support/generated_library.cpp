@@ -118,4 +118,28 @@ std::shared_ptr<const ScanResult> generatedLibrary(int trackCount)
     return result;
 }
 
+QList<LoadedCrate> generatedCrates(const ScanResult &library, int crateCount, int pathCount)
+{
+    std::mt19937 random(4'711);
+    const auto pathOf = [&](size_t place) {
+        // A copy of its own, as a crate file gives it.
+        const QString &path = library.tracks[place % library.tracks.size()].track.relativePath;
+        return QString(path.constData(), path.size());
+    };
+    QList<LoadedCrate> crates;
+    for (int i = 0; i < crateCount; ++i) {
+        LoadedCrate crate{u"Crate %1"_s.arg(i), {}, {}};
+        const size_t start = random();
+        const bool nearlyTheLast = i % 10 == 9;
+        for (int entry = 0; entry < pathCount; ++entry) {
+            if (nearlyTheLast && entry % 4 != 0)
+                crate.paths << crates.last().paths.at(entry);
+            else
+                crate.paths << pathOf(entry % 2 == 0 ? start + size_t(entry) : random());
+        }
+        crates << crate;
+    }
+    return crates;
+}
+
 } // namespace tarnwick::bench

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "analysis/scan_result.h"
+#include "serato/loaded_crate.h"
+
+#include <QList>
 
 #include <memory>
 
@@ -11,5 +14,9 @@ namespace tarnwick::bench {
 /// 30 with letters beyond ASCII, one in 20 not on disk. Repeated texts are shared. The same count
 /// gives the same library.
 std::shared_ptr<const ScanResult> generatedLibrary(int trackCount);
+
+/// Crates of `pathCount` paths of such a library: half of each a run of neighbours, half drawn from
+/// anywhere, and each tenth crate nearly the one ahead of it.
+QList<LoadedCrate> generatedCrates(const ScanResult &library, int crateCount, int pathCount);
 
 } // namespace tarnwick::bench
