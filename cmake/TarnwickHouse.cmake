@@ -25,7 +25,7 @@ function(tarnwick_library name)
     list(TRANSFORM ARG_DEPENDS PREPEND tarnwick::)
     target_include_directories(tarnwick_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_link_libraries(tarnwick_${name} PUBLIC Qt6::Core tl::expected ${ARG_DEPENDS} ${ARG_LINKS})
-    tarnwick_remember_sources(tarnwick_${name} ${ARG_SOURCES})
+    tarnwick_remember_sources(tarnwick_${name} ${ARG_SOURCES} ${ARG_HEADERS})
 endfunction()
 
 # Notes sources with the library that a test of theirs links. For sources that a library of another
@@ -54,17 +54,19 @@ endfunction()
 set(TARNWICK_TEST_ENVIRONMENT
     "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QT_FORCE_STDERR_LOGGING=1;LC_ALL=C.UTF-8;TZ=UTC")
 
-# Adds the test of every remembered source; stops the configure step where one is missing.
+# Adds the test of every remembered source; stops the configure step where one is missing. A header
+# without a source of its own may have a test, and needs none if it only declares.
 function(tarnwick_tests_of_sources)
     get_property(pairs GLOBAL PROPERTY TARNWICK_SOURCES)
     foreach(pair IN LISTS pairs)
-        string(REGEX MATCH "^(.*)\\.cpp=(.*)$" matched ${pair})
+        string(REGEX MATCH "^(.*)\\.(cpp|h)=(.*)$" matched ${pair})
         set(path ${CMAKE_MATCH_1})
-        set(library ${CMAKE_MATCH_2})
+        set(suffix ${CMAKE_MATCH_2})
+        set(library ${CMAKE_MATCH_3})
         set(test ${CMAKE_SOURCE_DIR}/tests/${path}_test.cpp)
         if(EXISTS ${test})
             tarnwick_test(${test} LINKS ${library})
-        elseif(NOT "${path}.cpp" IN_LIST TARNWICK_UNTESTED)
+        elseif(suffix STREQUAL "cpp" AND NOT "${path}.cpp" IN_LIST TARNWICK_UNTESTED)
             message(WARNING "src/${path}.cpp has no tests/${path}_test.cpp")
         endif()
     endforeach()

@@ -1,7 +1,8 @@
 #include "foundation/dates.h"
 
-#include <QLocale>
 #include <QRegularExpression>
+
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +13,8 @@ namespace {
 /// The locale's long date without the weekday and with a short month: Qt knows no medium style.
 QString mediumDateFormat(const QLocale &locale)
 {
-    static const QRegularExpression weekday(u"[^\\s\\w]*\\s*\\bdddd?\\b[,.]?\\s*"_s);
+    // A weekday ahead takes the comma behind it along, any other the comma ahead of it.
+    static const QRegularExpression weekday(u"^dddd?\\s*[,،]?\\s*|[,،]?\\s*dddd?"_s);
     QString format = locale.dateFormat(QLocale::LongFormat);
     format.remove(weekday);
     return format.replace(u"MMMM"_s, u"MMM"_s).trimmed();
@@ -24,13 +26,43 @@ QString shortTimeFormat(const QLocale &locale)
     return format.remove(u":ss"_s);
 }
 
-constexpr auto isoFormat = "yyyy-MM-ddTHH:mm:ss'Z'";
+/// The form of a date in the stores. A zero stands for any digit.
+constexpr QStringView isoForm = u"0000-00-00T00:00:00Z";
+
+bool isDigit(QChar character)
+{
+    return character >= u'0' && character <= u'9';
+}
+
+bool hasIsoForm(QStringView text)
+{
+    if (text.size() != isoForm.size())
+        return false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool fits = isoForm[i] == u'0' ? isDigit(text[i]) : text[i] == isoForm[i];
+        if (!fits)
+            return false;
+    }
+    return true;
+}
+
+int numberAt(QStringView text, qsizetype start, qsizetype digits)
+{
+    int number = 0;
+    for (const QChar digit : text.sliced(start, digits))
+        number = 10 * number + (digit.unicode() - u'0');
+    return number;
+}
 
 } // namespace
 
 QString dateForPeople(const QDateTime &moment)
 {
-    const QLocale locale = QLocale::system();
+    return dateForPeople(moment, QLocale::system());
+}
+
+QString dateForPeople(const QDateTime &moment, const QLocale &locale)
+{
     const QDateTime local = moment.toLocalTime();
     return locale.toString(local.date(), mediumDateFormat(locale)) + u", "_s +
            locale.toString(local.time(), shortTimeFormat(locale));
@@ -38,18 +70,25 @@ QString dateForPeople(const QDateTime &moment)
 
 QString isoSeconds(const QDateTime &moment)
 {
-    return moment.toUTC().toString(QLatin1StringView(isoFormat));
+    const QDateTime utc = moment.toUTC();
+    const QDate date = utc.date();
+    const QTime time = utc.time();
+    char text[64];
+    const int length =
+        std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02dZ", date.year(),
+                      date.month(), date.day(), time.hour(), time.minute(), time.second());
+    return QString::fromLatin1(text, length);
 }
 
 std::optional<QDateTime> parseIsoSeconds(QStringView text)
 {
-    if (text.size() != 20)
+    if (!hasIsoForm(text))
         return std::nullopt;
-    QDateTime moment = QDateTime::fromString(text.toString(), QLatin1StringView(isoFormat));
-    moment.setTimeSpec(Qt::UTC);
-    if (!moment.isValid() || isoSeconds(moment) != text)
+    const QDate date(numberAt(text, 0, 4), numberAt(text, 5, 2), numberAt(text, 8, 2));
+    const QTime time(numberAt(text, 11, 2), numberAt(text, 14, 2), numberAt(text, 17, 2));
+    if (!date.isValid() || !time.isValid())
         return std::nullopt;
-    return moment;
+    return QDateTime(date, time, Qt::UTC);
 }
 
 QDateTime calendarDaysLater(const QDateTime &moment, int days)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QLocale>
 #include <QString>
 
 #include <optional>
@@ -10,6 +11,7 @@ namespace tarnwick {
 /// A moment as people read it: date in medium style and time in short style of the user's locale,
 /// in local time. "20 Nov 2026, 14:05" in the C locale.
 QString dateForPeople(const QDateTime &moment);
+QString dateForPeople(const QDateTime &moment, const QLocale &locale);
 
 /// "YYYY-MM-DDTHH:MM:SSZ" in UTC; a fraction of a second is cut off.
 QString isoSeconds(const QDateTime &moment);

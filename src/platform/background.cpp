@@ -25,11 +25,11 @@ QThreadPool &poolFor(Priority priority)
 }
 
 /// An object of the main thread that outlives every background task.
-QObject *mainThreadReceiver()
+QObject *mainThreadReceiver(QThread *mainThread)
 {
-    static QObject *const receiver = [] {
+    static QObject *const receiver = [mainThread] {
         auto *made = new QObject;
-        made->moveToThread(QCoreApplication::instance()->thread());
+        made->moveToThread(mainThread);
         return made;
     }();
     return receiver;
@@ -44,7 +44,10 @@ void startInBackground(Priority priority, std::function<void()> work)
 
 void callOnMainThread(std::function<void()> call)
 {
-    QMetaObject::invokeMethod(mainThreadReceiver(), std::move(call), Qt::QueuedConnection);
+    // A task may end while the process does.
+    if (const auto *application = QCoreApplication::instance())
+        QMetaObject::invokeMethod(mainThreadReceiver(application->thread()), std::move(call),
+                                  Qt::QueuedConnection);
 }
 
 } // namespace tarnwick::platform

@@ -3,16 +3,16 @@
 #include "foundation/paths.h"
 #include "platform/fault_gate.h"
 #include "platform/file_handle.h"
+#include "platform/system_calls.h"
 
 #include <QDir>
 
 #include <algorithm>
-#include <memory>
+#include <new>
 
 #include <cerrno>
 #include <cstring>
 
-#include <dirent.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -28,23 +28,24 @@ FileFacts::Kind kindOf(mode_t mode)
     return S_ISDIR(mode) ? FileFacts::Kind::Folder : FileFacts::Kind::Other;
 }
 
-Result<QByteArray> readAllOf(FileHandle &file, const QString &path, quint64 expectedSize)
+/// Reads until the end, wherever the file's size said that it would be.
+Result<QByteArray> readAllOf(FileHandle &file, const QString &path)
 {
+    constexpr qsizetype furtherStep = 65536;
     QByteArray content;
-    content.reserve(qsizetype(expectedSize) + 1);
-    qsizetype filled = 0;
-    for (;;) {
-        const qsizetype step = std::max<qsizetype>(qsizetype(expectedSize) + 1 - filled, 65536);
+    // One byte more than there should be, so that the end shows in the first read.
+    qsizetype step = qsizetype(file.size()) + 1;
+    content.reserve(step);
+    for (;; step = furtherStep) {
+        const qsizetype filled = content.size();
         content.resize(filled + step);
         const auto count = file.read(content.data() + filled, step);
         if (!count)
             return tl::unexpected(describeFailure(path, u"read"_s, count.error()));
-        filled += *count;
+        content.truncate(filled + *count);
         if (*count < step)
-            break;
+            return content;
     }
-    content.resize(filled);
-    return content;
 }
 
 } // namespace
@@ -57,6 +58,17 @@ std::optional<FileFacts> factsOf(const QString &path)
     if (::stat(path.toUtf8().constData(), &status) != 0)
         return std::nullopt;
     return FileFacts{kindOf(status.st_mode), quint64(status.st_size)};
+}
+
+Result<bool> isPresent(const QString &path)
+{
+    struct stat status;
+    const int error = calls::statusOf(path.toUtf8(), status);
+    if (error == 0)
+        return true;
+    if (error == ENOENT || error == ENOTDIR)
+        return false;
+    return tl::unexpected(describeFailure(path, u"found"_s, error));
 }
 
 bool exists(const QString &path)
@@ -86,23 +98,22 @@ Result<QByteArray> readFile(const QString &path)
     auto file = FileHandle::openForReading(path);
     if (!file)
         return tl::unexpected(describeFailure(path, u"opened"_s, file.error()));
-    return readAllOf(*file, path, file->size());
+    try {
+        return readAllOf(*file, path);
+    } catch (const std::bad_alloc &) {
+        return tl::unexpected(describeFailure(path, u"read"_s, ENOMEM));
+    }
 }
 
 Result<QStringList> listFolder(const QString &path)
 {
-    if (const int fault = faultFor(FileOperation::List, path))
-        return tl::unexpected(describeFailure(path, u"listed"_s, fault));
-    const auto close = [](DIR *folder) { ::closedir(folder); };
-    const std::unique_ptr<DIR, decltype(close)> folder(::opendir(path.toUtf8().constData()), close);
-    if (!folder)
-        return tl::unexpected(describeFailure(path, u"listed"_s, errno));
+    QByteArrayList entries;
+    if (const int error = calls::listFolder(path.toUtf8(), entries))
+        return tl::unexpected(describeFailure(path, u"listed"_s, error));
     QStringList names;
-    while (const dirent *entry = ::readdir(folder.get())) {
-        const QString name = QString::fromUtf8(entry->d_name);
-        if (name != u"."_s && name != u".."_s)
-            names.append(name);
-    }
+    names.reserve(entries.size());
+    for (const QByteArray &entry : entries)
+        names.append(QString::fromUtf8(entry));
     std::sort(names.begin(), names.end());
     return names;
 }

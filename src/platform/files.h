@@ -25,7 +25,11 @@ struct FileFacts
 /// Nothing if the path leads nowhere or can't be reached, a path that holds NUL included.
 std::optional<FileFacts> factsOf(const QString &path);
 
+/// True where anything leads to, links followed.
 bool exists(const QString &path);
+/// Whether an entry stands at the path, a dangling link too. Unlike the rest, a failure to find out
+/// is no "no": for callers that take something away or leave it out because of the answer.
+Result<bool> isPresent(const QString &path);
 bool isFolder(const QString &path);
 bool isRegularFile(const QString &path);
 
