@@ -1,8 +1,12 @@
 #include "cli/probe_command.h"
 
 #include "cli/session.h"
+#include "cli/text_table.h"
 #include "platform/files.h"
+#include "tags/serato_geob.h"
 #include "tags/serato_tags.h"
+
+#include <QCryptographicHash>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +28,67 @@ void writePresence(JsonWriter &json, const std::optional<SeratoTags::Presence> &
     json.member(u"hasReplayGain", presence->hasReplayGain);
     json.member(u"autogain", presence->autogain);
     json.endObject();
+}
+
+QString sha256(const QByteArray &bytes)
+{
+    const QByteArray digest = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
+    return QString::fromLatin1(digest.toHex());
+}
+
+void writeFrame(JsonWriter &json, const SeratoGEOB::Frame &frame)
+{
+    json.beginObject();
+    json.member(u"id", frame.id);
+    json.key(u"flags");
+    json.beginArray();
+    for (const quint8 flag : frame.flags)
+        json.value(int(flag));
+    json.endArray();
+    json.member(u"size", qint64(frame.payload.size()));
+    json.member(u"descriptor", frame.geobDescriptor());
+    json.member(u"sha256", sha256(frame.payload));
+    json.endObject();
+}
+
+void writeTag(JsonWriter &json, const std::optional<SeratoGEOB::Tag> &tag)
+{
+    json.key(u"tag");
+    if (!tag) {
+        json.null();
+        return;
+    }
+    json.beginObject();
+    json.member(u"major", int(tag->major));
+    json.member(u"audioBytes", qint64(tag->audio.size()));
+    json.member(u"audioSha256", sha256(tag->audio));
+    json.key(u"frames");
+    json.beginArray();
+    for (const SeratoGEOB::Frame &frame : tag->frames)
+        writeFrame(json, frame);
+    json.endArray();
+    json.endObject();
+}
+
+std::optional<SeratoGEOB::Tag> tagOf(const QString &file)
+{
+    auto bytes = platform::readFile(file);
+    return bytes ? SeratoGEOB::readTag(std::move(*bytes)) : std::nullopt;
+}
+
+void printTag(Output &out, const std::optional<SeratoGEOB::Tag> &tag)
+{
+    if (!tag) {
+        out.line(u"no tag that can be edited"_s);
+        return;
+    }
+    out.line(u"ID3v2.%1 tag, %2 bytes of audio"_s.arg(tag->major).arg(tag->audio.size()));
+    TextTable table;
+    table.alignRight(2);
+    for (const SeratoGEOB::Frame &frame : tag->frames)
+        table.addRow({u" "_s, frame.id, QString::number(frame.payload.size()),
+                      frame.geobDescriptor().value_or(QString())});
+    out.text(table.text());
 }
 
 QString yesOrNo(bool flag)
@@ -58,12 +123,14 @@ Status runProbe(Session &session)
     const auto presence = SeratoTags::presence(file);
     if (!session.wantsJson()) {
         printPresence(session.out(), presence);
+        printTag(session.out(), tagOf(file));
         return Status::Done;
     }
     JsonWriter &json = session.out().json();
     json.beginObject();
     json.member(u"supported", supported);
     writePresence(json, presence);
+    writeTag(json, tagOf(file));
     json.endObject();
     return Status::Done;
 }

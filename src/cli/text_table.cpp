@@ -29,7 +29,10 @@ QString TextTable::text() const
             else
                 cells += i + 1 < row.size() ? row.at(i).leftJustified(widths.at(i)) : row.at(i);
         }
-        text += cells.join(QStringLiteral("  ")) + u'\n';
+        QString line = cells.join(QStringLiteral("  "));
+        while (line.endsWith(u' '))
+            line.chop(1);
+        text += line + u'\n';
     }
     return text;
 }
