@@ -1,13 +1,10 @@
 #include "tags/geob_files.h"
 
-#include "platform/fault_gate.h"
 #include "support/tag_builder.h"
 #include "support/test_folder.h"
 #include "tags/serato_geob.h"
 
 #include <QTest>
-
-#include <cerrno>
 
 #include <sys/stat.h>
 
@@ -57,17 +54,6 @@ class GeobFilesTest : public QObject
 
 private Q_SLOTS:
     void writesAGainIntoASmallFile();
-
-    void capturesWholePayloadsOfCueFrames();
-    void capturesASingleFrame();
-    void capturesTheLaterOfTwoFrames();
-    void capturesNothing_data();
-    void capturesNothing();
-    void capturesNothingFromWhatIsNoRegularFile();
-    void capturesNothingWhereACallOfTheSystemFails();
-    void readsNoBodyForNothing_data();
-    void readsNoBodyForNothing();
-    void capturesFromTagsBelowEightMillionBytes();
 
     void restoresInPlaceAndAppendsWhatIsMissing();
     void restoresOverTheFirstOfTwoFrames();
@@ -131,125 +117,6 @@ void GeobFilesTest::writesAGainIntoASmallFile()
                      "-3.20 dB"              //   value
                      "\xff\xfb"_ba);         // audio
     QCOMPARE(m_folder.names(), QStringList{u"a.mp3"_s});
-}
-
-void GeobFilesTest::capturesWholePayloadsOfCueFrames()
-{
-    const QString path = writeFile(TagBuilder()
-                                       .frame("TIT2", "x")
-                                       .object("Serato Overview", "picture")
-                                       .object("Serato BeatGrid", "grid")
-                                       .object("Serato Markers_", "old cues")
-                                       .object("Serato Autotags", "gain")
-                                       .object("Serato Markers2", "cues")
-                                       .padding(100));
-    const CueFrames expected{{markers2, payloadOf(markers2, "cues")},
-                             {markers1, payloadOf(markers1, "old cues")},
-                             {beatGrid, payloadOf(beatGrid, "grid")}};
-    QCOMPARE(SeratoGEOB::captureCueFrames(path), expected);
-}
-
-void GeobFilesTest::capturesASingleFrame()
-{
-    const QString path = writeFile(TagBuilder(4).object("Serato BeatGrid", "grid"));
-    QCOMPARE(SeratoGEOB::captureCueFrames(path),
-             (CueFrames{{beatGrid, payloadOf(beatGrid, "grid")}}));
-}
-
-void GeobFilesTest::capturesTheLaterOfTwoFrames()
-{
-    const QString path = writeFile(
-        TagBuilder().object("Serato Markers2", "first").object("Serato Markers2", "second"));
-    QCOMPARE(SeratoGEOB::captureCueFrames(path),
-             (CueFrames{{markers2, payloadOf(markers2, "second")}}));
-}
-
-void GeobFilesTest::capturesNothing_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    const auto cues = [] { return TagBuilder().object("Serato Markers2", "cues"); };
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("nine bytes") << QByteArray("ID3\3\0\0\0\0\0", 9);
-    QTest::newRow("no tag") << "x" + cues().file();
-    QTest::newRow("size 0") << TagBuilder().audio(cues().file()).file();
-    QTest::newRow("no frames") << TagBuilder().padding(100).file();
-    QTest::newRow("no cue frames") << TagBuilder().object("Serato Autotags", "gain").file();
-    QTest::newRow("descriptions in UTF-16")
-        << TagBuilder().frame("GEOB", utf16ObjectPayload("Serato Markers2", "cues")).file();
-    QTest::newRow("cues in another frame")
-        << TagBuilder().frame("PRIV", objectPayload("Serato Markers2", "cues")).file();
-    QTest::newRow("extended header") << cues().flags(0x40).file();
-    QTest::newRow("unsynchronised") << cues().flags(0x80).file();
-    QTest::newRow("a tag that is cut short") << cues().padding(10).audio({}).file().chopped(1);
-    QTest::newRow("a size far past the end") << cues().statedSize(7'000'000).file();
-}
-
-void GeobFilesTest::capturesNothing()
-{
-    QFETCH(QByteArray, content);
-    QVERIFY(SeratoGEOB::captureCueFrames(writeFile(content)).isEmpty());
-}
-
-void GeobFilesTest::capturesNothingFromWhatIsNoRegularFile()
-{
-    const QString pipe = m_folder.path(u"pipe.mp3"_s);
-    QCOMPARE(::mkfifo(pipe.toUtf8().constData(), 0600), 0);
-    QVERIFY(SeratoGEOB::captureCueFrames(pipe).isEmpty());
-    QVERIFY(QFile::remove(pipe));
-    QVERIFY(SeratoGEOB::captureCueFrames(m_folder.path()).isEmpty());
-    QVERIFY(SeratoGEOB::captureCueFrames(m_folder.path(u"missing.mp3"_s)).isEmpty());
-    QVERIFY(SeratoGEOB::captureCueFrames({}).isEmpty());
-}
-
-void GeobFilesTest::capturesNothingWhereACallOfTheSystemFails()
-{
-    const QString path = writeFile(TagBuilder().object("Serato Markers2", "cues"));
-    int calls = 0;
-    int failing = 0;
-    const platform::ScopedFaults faults(
-        [&](platform::FileOperation, const QString &) { return ++calls == failing ? EIO : 0; });
-    QVERIFY(!SeratoGEOB::captureCueFrames(path).isEmpty());
-    const int needed = calls;
-    QVERIFY(needed >= 3);
-    for (failing = 1; failing <= needed; ++failing) {
-        calls = 0;
-        QVERIFY(SeratoGEOB::captureCueFrames(path).isEmpty());
-    }
-}
-
-void GeobFilesTest::readsNoBodyForNothing_data()
-{
-    QTest::addColumn<TagBuilder>("builder");
-    const auto cues = [] { return TagBuilder().object("Serato Markers2", "cues"); };
-    QTest::newRow("extended header") << cues().flags(0x40);
-    QTest::newRow("unsynchronised") << cues().flags(0x80);
-    QTest::newRow("size 0") << cues().statedSize(0);
-    QTest::newRow("eight million bytes") << cues().statedSize(capturedBelow);
-    QTest::newRow("a size past the end") << cues().statedSize(capturedBelow - 1);
-}
-
-void GeobFilesTest::readsNoBodyForNothing()
-{
-    QFETCH(TagBuilder, builder);
-    const QString path = writeFile(builder);
-    int reads = 0;
-    const platform::ScopedFaults faults([&](platform::FileOperation operation, const QString &) {
-        reads += operation == platform::FileOperation::Read;
-        return 0;
-    });
-    QVERIFY(SeratoGEOB::captureCueFrames(path).isEmpty());
-    QCOMPARE(reads, 1);
-}
-
-void GeobFilesTest::capturesFromTagsBelowEightMillionBytes()
-{
-    TagBuilder builder;
-    builder.object("Serato Markers2", "cues");
-    const qsizetype frames = builder.tag().size() - 10;
-    QString path = writeFile(TagBuilder(builder).padding(capturedBelow - 1 - frames));
-    QCOMPARE(SeratoGEOB::captureCueFrames(path).size(), 1);
-    path = writeFile(TagBuilder(builder).padding(capturedBelow - frames));
-    QVERIFY(SeratoGEOB::captureCueFrames(path).isEmpty());
 }
 
 void GeobFilesTest::restoresInPlaceAndAppendsWhatIsMissing()
