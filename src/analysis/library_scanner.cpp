@@ -18,7 +18,7 @@ constexpr int tracksPerReport = 25;
 /// Copies what the probe says of a file, if it says anything.
 void probe(ScannedTrack &scanned, const QString &path)
 {
-    const auto presence = SeratoTags::presence(path);
+    const auto presence = SeratoTags::presenceInRegularFile(path);
     if (!presence)
         return;
     scanned.hasMarkers = presence->hasMarkers;
