@@ -6,6 +6,26 @@ add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII
 
 file(STRINGS ${CMAKE_SOURCE_DIR}/cmake/untested_sources.txt TARNWICK_UNTESTED REGEX "^[^#]")
 
+# Qt's headers, compiled once for all libraries and once for all tests: they are most of what a
+# compiler reads here.
+function(tarnwick_precompile)
+    file(WRITE ${CMAKE_BINARY_DIR}/precompiled/empty.cpp "")
+    add_library(tarnwick_precompiled STATIC ${CMAKE_BINARY_DIR}/precompiled/empty.cpp)
+    target_link_libraries(tarnwick_precompiled PRIVATE Qt6::Core tl::expected)
+    set(common <QByteArray> <QByteArrayView> <QDateTime> <QHash> <QList> <QObject> <QSet> <QString>
+        <QStringList> <QUrl> <QUuid> <algorithm> <functional> <memory> <optional> <utility>
+        <variant> <vector> <tl/expected.hpp>)
+    target_precompile_headers(tarnwick_precompiled PRIVATE ${common})
+    if(TARNWICK_TESTS)
+        add_executable(tarnwick_precompiled_test ${CMAKE_BINARY_DIR}/precompiled/empty_main.cpp)
+        file(WRITE ${CMAKE_BINARY_DIR}/precompiled/empty_main.cpp "int main() {}\n")
+        target_link_libraries(tarnwick_precompiled_test PRIVATE Qt6::Core Qt6::Test tl::expected)
+        target_precompile_headers(tarnwick_precompiled_test PRIVATE ${common} <QTest> <QSignalSpy>
+            <QTemporaryDir> <QFile> <QDir> <QFileInfo> <QProcess>)
+    endif()
+    set_target_properties(tarnwick_precompiled PROPERTIES AUTOMOC OFF)
+endfunction()
+
 # tarnwick_library(serato SOURCES a.cpp b.cpp HEADERS c.h DEPENDS foundation platform LINKS Qt6::Core)
 #
 # Makes the static library tarnwick_serato from sources of the present folder. Each a.cpp stands for
@@ -43,6 +63,7 @@ function(tarnwick_test file)
     get_filename_component(test ${file} NAME_WE)
     add_executable(${test} ${file})
     target_link_libraries(${test} PRIVATE ${ARG_LINKS} tarnwick::test_support Qt6::Test)
+    target_precompile_headers(${test} REUSE_FROM tarnwick_precompiled_test)
     add_test(NAME ${test} COMMAND ${test})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)

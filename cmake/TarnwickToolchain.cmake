@@ -4,8 +4,12 @@ find_program(TARNWICK_CCACHE ccache)
 if(TARNWICK_CCACHE)
     # Paths relative to the source folder, so that work trees and fresh clones share the cache.
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
-        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${TARNWICK_CCACHE})
+        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+        CCACHE_SLOPPINESS=pch_defines,time_macros ${TARNWICK_CCACHE})
 endif()
+
+# A target whose macros differ from those of the precompiled headers does without them.
+set(CMAKE_PCH_WARN_INVALID OFF)
 
 find_program(TARNWICK_MOLD mold)
 if(TARNWICK_MOLD AND NOT APPLE)
