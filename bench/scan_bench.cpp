@@ -27,7 +27,7 @@ constexpr int largeTag = 500'000;
 
 void compareProbe(bench::Ratios &ratios, const char *name, int files, int tagBytes, double goal)
 {
-    const QTemporaryDir folder;
+    const QTemporaryDir folder(bench::templateInMemory());
     const auto paths = bench::writeTaggedFiles(folder.path(), files, tagBytes);
     QStringList names;
     for (const std::string &path : paths)

@@ -126,6 +126,12 @@ std::vector<std::string> writeTaggedFiles(const QString &folder, int count, int 
     return paths;
 }
 
+QString templateInMemory()
+{
+    const QString memory = u"/dev/shm"_s;
+    return (QDir(memory).exists() ? memory : QDir::tempPath()) + u"/tarnwick-bench-XXXXXX"_s;
+}
+
 LibraryOnDisk::LibraryOnDisk(int tracks, int tagBytes)
 {
     QDir(m_folder.path()).mkdir(u"_Serato_"_s);

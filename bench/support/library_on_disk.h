@@ -17,6 +17,10 @@ QByteArray databaseImage(int tracks, const QString &folder);
 /// padding or picture around them, and a little audio behind it.
 std::vector<std::string> writeTaggedFiles(const QString &folder, int count, int tagBytes);
 
+/// Where to make a folder of many files: in memory where the system has such a place, since making
+/// and removing a hundred thousand files takes minutes on some disks.
+QString templateInMemory();
+
 /// A library in a folder of its own: the database and every file that it names.
 class LibraryOnDisk
 {
@@ -28,7 +32,7 @@ public:
     const std::vector<std::string> &files() const { return m_files; }
 
 private:
-    QTemporaryDir m_folder;
+    QTemporaryDir m_folder{templateInMemory()};
     std::vector<std::string> m_files;
 };
 
