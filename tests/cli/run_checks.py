@@ -47,7 +47,7 @@ class Session:
         done = subprocess.run(["bash", "-o", "pipefail", "-c", command], cwd=self.home,
                               env=self.environment, stdin=subprocess.DEVNULL,
                               capture_output=True, text=True, timeout=60)
-        lines = self.tidy(done.stdout).splitlines()
+        lines = [line or "." for line in self.tidy(done.stdout).splitlines()]
         lines += ["! " + line for line in self.tidy(done.stderr).splitlines()]
         if done.returncode != 0:
             lines.append(f"[{done.returncode}]")
