@@ -1,11 +1,8 @@
 #include "serato/serato_parser.h"
 
-#include "platform/files.h"
+#include "serato/record_file.h"
 #include "serato/shared_texts.h"
 #include "serato/track_fields.h"
-
-#include <cerrno>
-#include <new>
 
 using namespace Qt::StringLiterals;
 
@@ -16,35 +13,79 @@ namespace {
 constexpr Tag trackTag = "otrk"_tag;
 constexpr Tag crateEntryTag = "ptrk"_tag;
 
+/// A guess at the bytes that a track takes in a database, with most of its fields filled in.
+constexpr quint64 usualRecordSize = 512;
+
 /// Says where a sequence stopped ahead of its end.
-void noteRest(Notes *notes, const QString &place, QByteArrayView bytes, qsizetype walked)
+void noteRest(Notes *notes, const QString &place, quint64 rest, quint64 size)
 {
-    if (notes && walked < bytes.size())
-        notes->append(u"%1: the last %2 of %3 bytes are no record"_s.arg(place)
-                          .arg(bytes.size() - walked)
-                          .arg(bytes.size()));
+    if (notes && rest > 0)
+        notes->append(
+            u"%1: the last %2 of %3 bytes are no record"_s.arg(place).arg(rest).arg(size));
 }
 
-size_t countOf(Tag tag, QByteArrayView bytes)
+/// The records of bytes in memory, taken as those of a `RecordFile` are.
+class RecordBytes
 {
-    size_t count = 0;
-    walk(bytes, [&](const Field &field) { count += field.tag == tag; });
-    return count;
-}
+public:
+    explicit RecordBytes(QByteArrayView bytes)
+        : m_bytes(bytes)
+    {}
 
-/// Walks the records within each record of `tag`.
-template <typename Visit>
-void walkNested(QByteArrayView bytes, Tag tag, Notes *notes, Visit &&visitRecord)
+    Result<std::optional<Field>> next()
+    {
+        ByteReader reader(m_bytes.sliced(m_walked));
+        const std::optional<Field> field = takeField(reader);
+        if (field)
+            m_walked += reader.position();
+        return field;
+    }
+
+    quint64 size() const { return quint64(m_bytes.size()); }
+    quint64 rest() const { return quint64(m_bytes.size() - m_walked); }
+
+private:
+    QByteArrayView m_bytes;
+    qsizetype m_walked = 0;
+};
+
+/// Visits the fields of every `otrk` record; ahead of them, `beginTrack` is called.
+template <typename Records, typename BeginTrack, typename Visit>
+Done walkTracks(Records &records, Notes *notes, BeginTrack &&beginTrack, Visit &&visit)
 {
     int index = 0;
-    const qsizetype walked = walk(bytes, [&](const Field &record) {
-        if (record.tag != tag)
-            return;
-        const qsizetype inside = visitRecord(record.payload);
-        noteRest(notes, u"%1 %2"_s.arg(tag.text()).arg(index), record.payload, inside);
+    for (;;) {
+        const auto record = records.next();
+        if (!record)
+            return tl::unexpected(record.error());
+        if (!*record)
+            break;
+        if ((*record)->tag != trackTag)
+            continue;
+        const QByteArrayView payload = (*record)->payload;
+        beginTrack();
+        const qsizetype walked = walk(payload, visit);
+        if (walked < payload.size())
+            noteRest(notes, u"otrk %1"_s.arg(index), quint64(payload.size() - walked),
+                     quint64(payload.size()));
         ++index;
-    });
-    noteRest(notes, u"file"_s, bytes, walked);
+    }
+    noteRest(notes, u"file"_s, records.rest(), records.size());
+    return {};
+}
+
+template <typename Records>
+Result<std::vector<SeratoTrack>> tracksOf(Records &records, Notes *notes)
+{
+    std::vector<SeratoTrack> tracks;
+    tracks.reserve(records.size() / usualRecordSize);
+    SharedTexts texts;
+    const Done done = walkTracks(
+        records, notes, [&] { tracks.emplace_back(); },
+        [&](const Field &field) { assignField(tracks.back(), field, texts); });
+    if (!done)
+        return tl::unexpected(done.error());
+    return tracks;
 }
 
 } // namespace
@@ -58,43 +99,34 @@ std::vector<Field> fieldsIn(QByteArrayView bytes)
 
 std::vector<SeratoTrack> tracksIn(QByteArrayView bytes, Notes *notes)
 {
-    std::vector<SeratoTrack> tracks;
-    tracks.reserve(countOf(trackTag, bytes));
-    SharedTexts texts;
-    walkNested(bytes, trackTag, notes, [&](QByteArrayView payload) {
-        SeratoTrack &track = tracks.emplace_back();
-        return walk(payload, [&](const Field &field) { assignField(track, field, texts); });
-    });
-    return tracks;
+    RecordBytes records(bytes);
+    return *tracksOf(records, notes); // bytes in memory can't fail
 }
 
 Result<std::vector<SeratoTrack>> parseDatabase(const QString &path, Notes *notes)
 {
-    const Result<QByteArray> bytes = platform::readFile(path);
-    if (!bytes)
-        return tl::unexpected(bytes.error());
-    try {
-        return tracksIn(*bytes, notes);
-    } catch (const std::bad_alloc &) {
-        // Gigabytes of empty records take some fifty times their size as tracks.
-        return tl::unexpected(platform::describeFailure(path, u"read"_s, ENOMEM));
-    }
+    Result<RecordFile> file = RecordFile::open(path);
+    if (!file)
+        return tl::unexpected(file.error());
+    return tracksOf(*file, notes);
 }
 
 Result<QStringList> parseCrate(const QString &path, Notes *notes)
 {
-    const Result<QByteArray> bytes = platform::readFile(path);
-    if (!bytes)
-        return tl::unexpected(bytes.error());
+    Result<RecordFile> file = RecordFile::open(path);
+    if (!file)
+        return tl::unexpected(file.error());
     QStringList paths;
-    walkNested(*bytes, trackTag, notes, [&](QByteArrayView payload) {
-        return walk(payload, [&](const Field &field) {
-            if (field.tag != crateEntryTag)
-                return;
-            if (const QString entry = field.text(); !entry.isEmpty())
-                paths.append(entry);
-        });
-    });
+    const auto collect = [&](const Field &field) {
+        if (field.tag != crateEntryTag)
+            return;
+        if (const QString entry = field.text(); !entry.isEmpty())
+            paths.append(entry);
+    };
+    if (const Done done = walkTracks(
+            *file, notes, [] {}, collect);
+        !done)
+        return tl::unexpected(done.error());
     return paths;
 }
 

@@ -81,7 +81,7 @@ std::vector<Field> fieldsIn(QByteArrayView bytes);
 /// What a reader left out, a line each; for tests and for people who look into a file.
 using Notes = QStringList;
 
-/// The tracks of the bytes of a `database V2`. Throws std::bad_alloc where they don't fit.
+/// The tracks of the bytes of a `database V2`, as parseDatabase gives those of a file.
 std::vector<SeratoTrack> tracksIn(QByteArrayView bytes, Notes *notes = nullptr);
 
 /// The tracks of a `database V2`, one for each of its `otrk` records, in file order; an empty or

@@ -3,35 +3,39 @@
 #include "foundation/utf16.h"
 
 #include <QHash>
-
-#include <cstring>
+#include <QtEndian>
 
 namespace tarnwick {
 
 namespace {
 
-constexpr size_t slotCount = 16384; // a power of two
+constexpr size_t placeCount = 4096; // a power of two
 
-bool equal(QByteArrayView a, QByteArrayView b)
+/// True if the payload decodes to the text without a repair.
+bool spells(QByteArrayView payload, const QString &text)
 {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), size_t(a.size())) == 0;
+    if (payload.size() / 2 != text.size())
+        return false;
+    const ushort *units = text.utf16();
+    int difference = 0;
+    for (qsizetype i = 0; i < text.size(); ++i)
+        difference |= qFromBigEndian<ushort>(payload.data() + 2 * i) ^ units[i];
+    return difference == 0;
 }
 
 } // namespace
 
 SharedTexts::SharedTexts()
-    : m_slots(slotCount)
+    : m_places(placeCount)
 {}
 
-QString SharedTexts::text(QByteArrayView payload)
+const QString &SharedTexts::text(QByteArrayView payload)
 {
-    if (payload.size() < 2)
-        return {};
     const size_t hash = qHashBits(payload.data(), size_t(payload.size()));
-    Slot &slot = m_slots[hash & (slotCount - 1)];
-    if (!equal(slot.payload, payload))
-        slot = {payload, decodeUtf16BigEndian(payload)};
-    return slot.text;
+    QString &text = m_places[hash & (placeCount - 1)];
+    if (!spells(payload, text))
+        text = decodeUtf16BigEndian(payload);
+    return text;
 }
 
 } // namespace tarnwick

@@ -9,24 +9,17 @@ namespace tarnwick {
 
 /// Decodes the texts of one file and gives equal ones the same memory: a library repeats its
 /// artists, genres, keys and tempos by the thousand. Remembers the latest text at each of a fixed
-/// number of places, so that a lookup costs one comparison and the memory is bounded. The bytes
-/// given must outlive it.
+/// number of places, so that a lookup costs one comparison and the memory is bounded.
 class SharedTexts
 {
 public:
     SharedTexts();
 
-    /// The text of such a payload; see decodeUtf16BigEndian.
-    QString text(QByteArrayView payload);
+    /// The text of such a payload, until the next call; see decodeUtf16BigEndian.
+    const QString &text(QByteArrayView payload);
 
 private:
-    struct Slot
-    {
-        QByteArrayView payload;
-        QString text;
-    };
-
-    std::vector<Slot> m_slots;
+    std::vector<QString> m_places;
 };
 
 } // namespace tarnwick

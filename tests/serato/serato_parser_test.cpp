@@ -92,6 +92,7 @@ private Q_SLOTS:
     void hugeLengthsAllocateNothing();
     void hugeFileOfHolesIsWalkedByItsRules();
     void randomBytesNeverDisturb();
+    void recordsPastTheBufferAreRead();
     void notesTellWhatWasLeftOut();
 };
 
@@ -402,6 +403,16 @@ void SeratoParserTest::randomBytesNeverDisturb()
         QVERIFY(SeratoParser::parseDatabase(file)->size() <= 2);
         QVERIFY(SeratoParser::parseCrate(file)->size() <= 1);
     }
+}
+
+void SeratoParserTest::recordsPastTheBufferAreRead()
+{
+    const TestFolder folder;
+    const QString longTitle(500'000, u'x');
+    const QByteArray bytes = titled(u"one") + titled(longTitle) + titled(u"two");
+    const auto tracks = SeratoParser::parseDatabase(folder.write(u"file"_s, bytes));
+    QVERIFY(tracks);
+    QCOMPARE(titlesIn(*tracks), QStringList({u"one"_s, longTitle, u"two"_s}));
 }
 
 void SeratoParserTest::notesTellWhatWasLeftOut()

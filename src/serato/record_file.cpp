@@ -1,0 +1,87 @@
+#include "serato/record_file.h"
+
+#include "platform/files.h"
+
+#include <algorithm>
+#include <cstring>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+constexpr quint64 usualBufferSize = 256 * 1024; // stays in the processor's cache
+
+} // namespace
+
+using SeratoParser::Field;
+using SeratoParser::headerSize;
+
+Result<RecordFile> RecordFile::open(const QString &path)
+{
+    auto file = platform::FileHandle::openForReading(path);
+    if (!file)
+        return tl::unexpected(platform::describeFailure(path, u"opened"_s, file.error()));
+    return RecordFile(std::move(*file), path);
+}
+
+RecordFile::RecordFile(platform::FileHandle file, const QString &path)
+    : m_file(std::move(file))
+    , m_path(path)
+    , m_buffer(qsizetype(std::min(m_file.size(), usualBufferSize)), Qt::Uninitialized)
+    , m_unread(m_file.size())
+{}
+
+Result<std::optional<Field>> RecordFile::next()
+{
+    for (;;) {
+        ByteReader reader(buffered());
+        if (const std::optional<Field> field = SeratoParser::takeField(reader)) {
+            m_start += reader.position();
+            return field;
+        }
+        const std::optional<quint64> wanted = sizeOfNext();
+        if (!wanted || *wanted > rest())
+            return std::nullopt;
+        if (const Done filled = fill(*wanted); !filled)
+            return tl::unexpected(filled.error());
+    }
+}
+
+/// How many bytes must be there for the next record, or for its header where that isn't there yet;
+/// nothing where no record begins.
+std::optional<quint64> RecordFile::sizeOfNext() const
+{
+    const QByteArrayView bytes = buffered();
+    if (bytes.size() < headerSize)
+        return headerSize;
+    if (!Tag::at(bytes.data()))
+        return std::nullopt;
+    return headerSize + quint64(qFromBigEndian<quint32>(bytes.data() + Tag::size));
+}
+
+/// Brings at least `wanted` bytes into the buffer, fewer only if the file has become shorter.
+Done RecordFile::fill(quint64 wanted)
+{
+    const QByteArrayView kept = buffered();
+    if (wanted > quint64(m_buffer.size())) {
+        QByteArray larger(qsizetype(wanted), Qt::Uninitialized);
+        std::copy(kept.begin(), kept.end(), larger.begin());
+        m_buffer = std::move(larger);
+    } else {
+        std::memmove(m_buffer.data(), kept.data(), size_t(kept.size()));
+    }
+    m_end = kept.size();
+    m_start = 0;
+    const qsizetype least = qsizetype(wanted) - m_end;
+    const qsizetype room = qsizetype(std::min(quint64(m_buffer.size() - m_end), m_unread));
+    const auto count = m_file.readAtLeast(m_buffer.data() + m_end, least, room);
+    if (!count)
+        return tl::unexpected(platform::describeFailure(m_path, u"read"_s, count.error()));
+    m_end += *count;
+    m_unread = *count < least ? 0 : m_unread - quint64(*count);
+    return {};
+}
+
+} // namespace tarnwick
