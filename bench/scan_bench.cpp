@@ -37,7 +37,7 @@ void compareProbe(bench::Ratios &ratios, const char *name, int files, int tagByt
         [&] {
             int found = 0;
             for (const QString &path : names)
-                found += SeratoTags::presence(path).has_value() ? 1 : 0;
+                found += SeratoTags::presenceInRegularFile(path).has_value() ? 1 : 0;
             if (found != files)
                 qFatal("a file was not probed");
         },

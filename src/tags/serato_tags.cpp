@@ -22,8 +22,9 @@ namespace {
 
 using platform::FileHandle;
 
-/// The first read takes a header and a usual tag together; a larger tag takes a second read.
-constexpr qsizetype firstReadSize = 5120;
+/// The first read takes a header and a small tag together: one page, since each more costs as much
+/// again as all else. A larger tag takes a second read.
+constexpr qsizetype firstReadSize = 4096;
 constexpr qsizetype bufferSize = Id3::headerSize + Id3::largestReadTag;
 static_assert(firstReadSize <= bufferSize);
 

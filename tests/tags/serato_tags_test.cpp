@@ -262,7 +262,7 @@ void SeratoTagsTest::readsWhatIsThereOfATagThatIsCutShort()
 
 void SeratoTagsTest::searchesTheTagAlone()
 {
-    for (const int size : {1, 14, 100, 5109, 5110, 5111, 9000, 20000}) {
+    for (const int size : {1, 14, 100, 4085, 4086, 4087, 9000, 20000}) {
         const QByteArray body = zeros(size);
         QCOMPARE(probe(tagOf(body) + "Serato Markers2"), SeratoTags::Presence());
         QCOMPARE(probe(tagStating(size, body + "Serato Markers2")), SeratoTags::Presence());
@@ -274,7 +274,7 @@ void SeratoTagsTest::searchesTheTagAlone()
 
 void SeratoTagsTest::findsPatternsOnBothSidesOfTheFirstRead()
 {
-    for (int ahead = 5080; ahead < 5130; ++ahead) {
+    for (int ahead = 4050; ahead < 4110; ++ahead) {
         const auto found = probe(tagOf(zeros(ahead) + "Serato Markers2" + zeros(500)));
         QVERIFY(found.has_value());
         QVERIFY(found->hasMarkers);
