@@ -79,7 +79,8 @@ void AppState::showToast(const QString &message, Reversible reversible)
 {
     m_toast = Toast{.message = message, .reversible = reversible == Reversible::Yes};
     const QUuid shown = m_toast->id;
-    QTimer::singleShot(toastLife, this, [this, shown] {
+    // Precise: a coarse timer may end it a twentieth early.
+    QTimer::singleShot(toastLife, Qt::PreciseTimer, this, [this, shown] {
         if (m_toast && m_toast->id == shown) {
             m_toast.reset();
             Q_EMIT toastChanged();

@@ -20,22 +20,35 @@ QStringList argumentsOf(int count, char **values)
     return arguments;
 }
 
-int runCommandLine(const cli::CommandLine &line)
+/// Ends the process there and then, with what the program holds still in memory: a large library
+/// would take a while to be torn down.
+[[noreturn]] void end(cli::Output &out, cli::Status status)
+{
+    out.flush();
+    if (!out.isSound()) {
+        cli::Session::complain(QStringLiteral("the output can't be written"));
+        status = status == cli::Status::Done ? cli::Status::Refused : status;
+    }
+    std::fflush(nullptr);
+    std::_Exit(int(status));
+}
+
+[[noreturn]] void runCommandLine(const cli::CommandLine &line)
 {
     cli::Output out(stdout);
     if (line.help) {
         out.text(line.command ? cli::commandHelp(*line.command) : cli::programHelp());
-        return 0;
+        end(out, cli::Status::Done);
     }
     if (line.version) {
         out.line(QStringLiteral("tarnwick-cli " TARNWICK_VERSION));
-        return 0;
+        end(out, cli::Status::Done);
     }
     cli::Session session(line, out);
     const cli::Status status = session.run();
     if (line.json && status != cli::Status::WrongUsage)
         out.line();
-    return int(status);
+    end(out, status);
 }
 
 } // namespace
@@ -50,8 +63,5 @@ int main(int argc, char *argv[])
         cli::Session::complain(line.error().message);
         return int(cli::Status::WrongUsage);
     }
-    const int status = runCommandLine(*line);
-    // Nothing is left to do: don't spend time on tearing down a large library.
-    std::fflush(nullptr);
-    std::_Exit(status);
+    runCommandLine(*line);
 }

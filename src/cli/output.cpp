@@ -16,8 +16,10 @@ void Output::passOn()
 
 void Output::flush()
 {
-    std::fwrite(m_buffer.constData(), 1, size_t(m_buffer.size()), m_stream);
-    std::fflush(m_stream);
+    const size_t size = size_t(m_buffer.size());
+    const size_t written = std::fwrite(m_buffer.constData(), 1, size, m_stream);
+    if (written != size || std::fflush(m_stream) != 0)
+        m_isSound = false;
     m_buffer.resize(0); // keeps the room
 }
 

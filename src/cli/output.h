@@ -30,9 +30,12 @@ public:
     /// Writes out what has gathered if that is much.
     void passOn();
     void flush();
+    /// False once the stream has refused what was written out.
+    bool isSound() const { return m_isSound; }
 
 private:
     std::FILE *m_stream;
+    bool m_isSound = true;
     QByteArray m_buffer;
     JsonWriter m_json;
 };

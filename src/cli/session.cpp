@@ -38,9 +38,10 @@ SeratoLibrary::Location locationOfFolder(const QString &folder,
         if (standardizedPath(location.folderPath()) == path)
             return location;
     }
-    const QString database = joinedPath(path, u"database V2"_s);
-    return {lastPathComponent(parentFolder(path)), QUrl::fromLocalFile(path),
-            platform::isFolder(path), platform::exists(database)};
+    SeratoLibrary::Location location{lastPathComponent(parentFolder(path)),
+                                     QUrl::fromLocalFile(path), platform::isFolder(path)};
+    location.hasDatabase = platform::isRegularFile(location.databasePath());
+    return location;
 }
 
 Session::Session(const CommandLine &line, Output &output)

@@ -64,6 +64,7 @@ class LibraryScannerTest : public QObject
 
 private Q_SLOTS:
     void resultTellsLibraryTimeAndTracksInDatabaseOrder();
+    void theTimeOfAScanIsThatOfItsEnd();
     void missingDatabaseFailsAfterTheFirstReport();
     void damagedDatabaseIsScannedUpToTheDamage();
     void progressIsThinned_data();
@@ -100,6 +101,20 @@ void LibraryScannerTest::resultTellsLibraryTimeAndTracksInDatabaseOrder()
     QCOMPARE(result.tracks[0].track.relativePath, u"nowhere/b.mp3"_s);
     QCOMPARE(result.tracks[1].track.absolutePath(), library.folder().path(u"a.mp3"_s));
     QCOMPARE(result.tracks[2].track.relativePath, u"nowhere/b.mp3"_s);
+}
+
+void LibraryScannerTest::theTimeOfAScanIsThatOfItsEnd()
+{
+    const QDateTime begin({2026, 11, 20}, {14, 5}, Qt::UTC);
+    platform::ScopedClock clock(begin);
+    LibraryBuilder library;
+    library.addTrack(u"/nowhere/a.mp3"_s);
+    const auto aMinutePasses = [&](const ScanProgress &) {
+        clock.set(platform::now().addSecs(60));
+    };
+    const auto result = LibraryScanner::scan(library.write(), ReadTags::Yes, aMinutePasses);
+    QVERIFY(result);
+    QCOMPARE(result->scannedAt, begin.addSecs(4 * 60)); // reports: database, two of files, scoring
 }
 
 void LibraryScannerTest::missingDatabaseFailsAfterTheFirstReport()
@@ -311,6 +326,7 @@ void LibraryScannerTest::fileThatCannotBeOpenedStaysFound()
         });
     const ScannedTrack track = onlyTrackOf(library);
     QVERIFY(track.existsOnDisk);
+    QCOMPARE(track.onDiskSizeBytes, 25);
     QVERIFY(!track.tagsRead);
     QVERIFY(!track.hasMarkers);
 }

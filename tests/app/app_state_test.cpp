@@ -3,6 +3,8 @@
 #include "support/app_fixture.h"
 #include "support/running_program.h"
 
+#include <QElapsedTimer>
+
 using namespace tarnwick;
 using namespace tarnwick::testing;
 using namespace Qt::StringLiterals;
@@ -127,12 +129,15 @@ private Q_SLOTS:
         AppState &app = m_fixture->launch();
         app.showToast(u"one"_s);
         QTest::qWait(1000);
+        QElapsedTimer second;
+        second.start();
         app.showToast(u"two"_s);
         // The first one's time is up now, the second's is not.
         QTest::qWait(3700);
         QVERIFY(app.toast());
         QCOMPARE(app.toast()->message, u"two"_s);
         QTRY_VERIFY_WITH_TIMEOUT(!app.toast(), 2000);
+        QVERIFY2(second.elapsed() >= 4195, qPrintable(QString::number(second.elapsed())));
     }
 
     void tellsOfASelectionOnlyWhereItChanges()

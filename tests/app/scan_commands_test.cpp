@@ -57,6 +57,17 @@ private Q_SLOTS:
         QVERIFY(!app.toast());
     }
 
+    void scansOnItsOwnAtLaunchAlone()
+    {
+        const ScopedVariable variable("TARNWICK_AUTOSCAN", "1");
+        AppState &app = m_fixture->launch();
+        m_fixture->writeHomeDatabase({track(u"nowhere/a.mp3"_s)});
+        app.refreshEnvironment();
+        QVERIFY(app.defaultLocation());
+        QCOMPARE(app.phase(), AppState::Phase(ChooseLibrary{}));
+        QCOMPARE(app.pendingTasks(), 0);
+    }
+
     void leavesTheVariablesAloneWhereTheyAreToBeIgnored()
     {
         m_fixture->writeHomeDatabase({});
@@ -79,6 +90,48 @@ private Q_SLOTS:
         QCOMPARE(app.phase(), AppState::Phase(Ready{}));
         QCOMPARE(app.result()->total(), 1);
         QCOMPARE(app.derived()->total, 1);
+    }
+
+    void readsTheTagsOfTheFiles()
+    {
+        const QByteArray tag = hex("494433 0300 00 0000000F") + "Serato Markers2";
+        m_fixture->writeHomeDatabase({track(m_fixture->writeAudio(u"a.mp3"_s, tag))});
+        AppState &app = m_fixture->launchAndScan();
+        QVERIFY(app.result()->tracks.front().hasMarkers);
+        app.startScan(*app.defaultLocation(), LibraryScanner::ReadTags::No);
+        QVERIFY(m_fixture->waitUntilIdle());
+        QVERIFY(!app.result()->tracks.front().tagsRead);
+    }
+
+    void tellsOfTheResultThenOfThePhaseThenOfTheSelection()
+    {
+        m_fixture->writeHomeDatabase({});
+        AppState &app = m_fixture->launch(AppState::Environment::Ignored);
+        app.setSelection(Screen::Booth);
+        QStringList told;
+        const auto tell = [&](const QString &change) {
+            if (app.result())
+                told.append(change);
+        };
+        connect(&app, &AppState::selectionChanged, &app, [&] { tell(u"selection"_s); });
+        connect(&app, &AppState::phaseChanged, &app, [&] { tell(u"phase"_s); });
+        connect(&app, &AppState::libraryChanged, &app, [&] { tell(u"library"_s); });
+        app.rescan();
+        QVERIFY(m_fixture->waitUntilIdle());
+        QCOMPARE(told, QStringList({u"library"_s, u"phase"_s, u"selection"_s}));
+    }
+
+    void keepsTheEarlierResultWhileItScansAgain()
+    {
+        m_fixture->writeHomeDatabase({track(u"nowhere/a.mp3"_s)});
+        AppState &app = m_fixture->launchAndScan();
+        const auto earlier = app.result();
+        m_fixture->writeHomeDatabase({});
+        app.rescan();
+        QVERIFY(std::holds_alternative<Scanning>(app.phase()));
+        QCOMPARE(app.result(), earlier);
+        QVERIFY(m_fixture->waitUntilIdle());
+        QCOMPARE(app.result()->total(), 0);
     }
 
     void reportsProgressInOrder()
@@ -210,16 +263,39 @@ private Q_SLOTS:
         QVERIFY(!app.toast());
     }
 
-    void letsTheLaterOfTwoScansWin()
+    void doesNotLookForLibrariesOnRescan()
     {
+        AppState &app = m_fixture->launch();
         m_fixture->writeHomeDatabase({track(u"nowhere/a.mp3"_s)});
+        app.rescan();
+        QVERIFY(app.locations().isEmpty());
+        QCOMPARE(app.pendingTasks(), 0);
+    }
+
+    void letsTheLaterEndOfTwoScansWinAndDropsReportsBehindTheFirst()
+    {
+        QByteArrayList many;
+        for (int i = 0; i < 20000; ++i)
+            many.append(track(u"nowhere/%1.mp3"_s.arg(i)));
+        m_fixture->writeVolumeDatabase(u"Large"_s, many);
+        m_fixture->writeVolumeDatabase(u"Small"_s, {track(u"nowhere/a.mp3"_s)});
         AppState &app = m_fixture->launch(AppState::Environment::Ignored);
-        QSignalSpy finished(&app, &AppState::scanFinished);
-        app.rescan();
-        app.rescan();
+        QStringList ended;
+        bool cameBack = false;
+        connect(&app, &AppState::scanFinished, &app,
+                [&] { ended.append(app.result()->location.volumeName); });
+        connect(&app, &AppState::phaseChanged, &app, [&] {
+            cameBack |= !ended.isEmpty() && std::holds_alternative<Scanning>(app.phase());
+        });
+        const QList<SeratoLibrary::Location> libraries = app.locations();
+        for (const SeratoLibrary::Location &location : libraries)
+            app.startScan(location);
         QVERIFY(m_fixture->waitUntilIdle());
-        QCOMPARE(finished.size(), 2);
+        QCOMPARE(QSet<QString>(ended.begin(), ended.end()),
+                 QSet<QString>({u"Large"_s, u"Small"_s}));
+        QCOMPARE(app.result()->location.volumeName, ended.last());
         QCOMPARE(app.phase(), AppState::Phase(Ready{}));
+        QVERIFY(!cameBack);
     }
 
     void survivesTheEndOfAppStateDuringAScan()

@@ -77,21 +77,26 @@ void SeratoTrackTest::artistAndTitleForDisplay_data()
     QTest::addColumn<QString>("displayArtist");
     QTest::addColumn<QString>("displayTitle");
     QTest::addColumn<bool>("hasArtist");
+    QTest::addColumn<bool>("hasTitle");
     const QString none;
-    QTest::newRow("both") << u"X"_s << u"T"_s << u"X"_s << u"T"_s << true;
-    QTest::newRow("neither") << none << none << none << none << false;
-    QTest::newRow("title alone") << none << u"T"_s << none << u"T"_s << false;
+    QTest::newRow("both") << u"X"_s << u"T"_s << u"X"_s << u"T"_s << true << true;
+    QTest::newRow("neither") << none << none << none << none << false << false;
+    QTest::newRow("title alone") << none << u"T"_s << none << u"T"_s << false << true;
+    QTest::newRow("artist alone") << u"X"_s << none << u"X"_s << none << true << false;
     QTest::newRow("two separators, the first counts")
-        << none << u"A - B - C"_s << u"A"_s << u"B - C"_s << true;
+        << none << u"A - B - C"_s << u"A"_s << u"B - C"_s << true << true;
     QTest::newRow("artist wins over the separator")
-        << u"X"_s << u"A - B"_s << u"X"_s << u"A - B"_s << true;
-    QTest::newRow("hyphen without blanks") << none << u"A-B"_s << none << u"A-B"_s << false;
-    QTest::newRow("artist of one blank") << u" "_s << u"A - B"_s << u" "_s << u"A - B"_s << false;
-    QTest::newRow("separator at the start") << none << u" - B"_s << none << u"B"_s << false;
-    QTest::newRow("separator at the end") << none << u"A - "_s << u"A"_s << none << true;
+        << u"X"_s << u"A - B"_s << u"X"_s << u"A - B"_s << true << true;
+    QTest::newRow("hyphen without blanks") << none << u"A-B"_s << none << u"A-B"_s << false << true;
+    QTest::newRow("artist of one blank")
+        << u" "_s << u"A - B"_s << u" "_s << u"A - B"_s << false << true;
+    QTest::newRow("separator at the start") << none << u" - B"_s << none << u"B"_s << false << true;
+    QTest::newRow("separator at the end, the title as it stands counts")
+        << none << u"A - "_s << u"A"_s << none << true << true;
     QTest::newRow("blank ahead of the separator")
-        << none << u"  - B"_s << u" "_s << u"B"_s << false;
-    QTest::newRow("a dash is no hyphen") << none << u"A – B"_s << none << u"A – B"_s << false;
+        << none << u"  - B"_s << u" "_s << u"B"_s << false << true;
+    QTest::newRow("a dash is no hyphen")
+        << none << u"A – B"_s << none << u"A – B"_s << false << true;
 }
 
 void SeratoTrackTest::artistAndTitleForDisplay()
@@ -102,6 +107,7 @@ void SeratoTrackTest::artistAndTitleForDisplay()
     QTEST(track.displayArtist(), "displayArtist");
     QTEST(track.displayTitle(), "displayTitle");
     QTEST(track.hasArtist(), "hasArtist");
+    QTEST(track.hasTitle(), "hasTitle");
 }
 
 void SeratoTrackTest::presenceOfTexts_data()
