@@ -95,6 +95,9 @@ private Q_SLOTS:
         QTest::newRow("keys and tempos weigh the same")
             << Kind::ExportParity << LibraryCounts{.total = 4, .withKey = 1, .withBpm = 3} << 50
             << u"1 keyed · 3 with BPM — carries to Engine / rekordbox"_s;
+        QTest::newRow("more tempos than tracks weigh no more than all")
+            << Kind::ExportParity << LibraryCounts{.total = 2, .withBpm = 5} << 50
+            << u"0 keyed · 5 with BPM — carries to Engine / rekordbox"_s;
     }
 
     void scoreAndDetail()

@@ -112,6 +112,8 @@ private Q_SLOTS:
         QTest::newRow("other bit rate, size and path")
             << ScannedTrack(onDisk(u"Adele"_s, u"Hello"_s).bitrate(u"96"_s).bytes(9).path(u"x"_s))
             << true;
+        QTest::newRow("flagged missing, but on disk")
+            << ScannedTrack(onDisk(u"Adele"_s, u"Hello"_s).flaggedMissing()) << true;
         QTest::newRow("blank inside") << ScannedTrack(onDisk(u"Adele"_s, u"Hel lo"_s)) << false;
         QTest::newRow("other artist") << ScannedTrack(onDisk(u"Abba"_s, u"Hello"_s)) << false;
         QTest::newRow("other title") << ScannedTrack(onDisk(u"Adele"_s, u"Hello 2"_s)) << false;

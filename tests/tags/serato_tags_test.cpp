@@ -300,6 +300,15 @@ void SeratoTagsTest::letsTheBytesOfAMalformedSizeOverlap()
     const QByteArray header = "ID3\3\0\0\0\x01\x80\x80"_ba;
     QVERIFY(probe(header + zeros(0x4080 - 15) + "Serato Markers2")->hasMarkers);
     QVERIFY(!probe(header + zeros(0x4080 - 14) + "Serato Markers2")->hasMarkers);
+    // The top bit of each byte alone.
+    for (const auto &[bytes, size] :
+         {std::pair("\0\x80\0\0"_ba, 0x200000), std::pair("\0\0\x80\0"_ba, 0x4000),
+          std::pair("\0\0\0\x80"_ba, 0x80)}) {
+        const QByteArray start = "ID3\3\0\0"_ba + bytes;
+        QCOMPARE(probe(start + zeros(size - 15) + "Serato Markers2"),
+                 SeratoTags::Presence{.hasMarkers = true});
+        QCOMPARE(probe(start + zeros(size - 14) + "Serato Markers2"), SeratoTags::Presence());
+    }
 }
 
 void SeratoTagsTest::keepsNothingOfTheFileReadBefore()
