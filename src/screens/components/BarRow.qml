@@ -27,7 +27,7 @@ ColumnLayout {
             elide: Text.ElideRight
         }
 
-        PlainText {
+        Figure {
             visible: row.trailing.length > 0
             text: row.trailing
             color: Theme.inkSoft

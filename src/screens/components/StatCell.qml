@@ -11,7 +11,7 @@ Column {
 
     spacing: 3
 
-    PlainText {
+    Figure {
         text: cell.value
         color: cell.tint
         font: Theme.display(26)

@@ -1,0 +1,54 @@
+import QtQuick
+import QtQuick.Layouts
+import Tarnwick.Components
+
+/// A screen in the sidebar. One that is not built yet is dimmed, but can be selected like the others.
+PlainButton {
+    id: row
+
+    required property string title
+    required property string symbol
+    required property string badge
+    required property bool implemented
+    required property bool selected
+
+    text: row.title
+    ringGap: -1
+    horizontalPadding: 10
+    verticalPadding: 6
+    Accessible.description: row.badge
+    Accessible.selectable: true
+    Accessible.selected: row.selected
+
+    contentItem: RowLayout {
+        opacity: row.implemented ? 1 : 0.5
+        spacing: 9
+
+        Icon {
+            symbol: row.symbol
+            size: 16
+            color: row.selected ? Theme.onFill : Theme.inkSoft
+        }
+
+        PlainText {
+            Layout.fillWidth: true
+            text: row.title
+            color: row.selected ? Theme.onFill : Theme.ink
+            font: Theme.font(13, row.selected ? Font.DemiBold : Font.Normal)
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
+
+        Figure {
+            visible: row.badge.length > 0
+            text: row.badge
+            color: row.selected ? Theme.onFill : Theme.inkSoft
+            font: Theme.font(11.5, Font.Medium)
+            Accessible.ignored: true
+        }
+    }
+    background: Rectangle {
+        radius: Theme.radius.control
+        color: row.selected ? (row.down ? Theme.accent700 : row.hovered ? Theme.accent600 : Theme.accent) : row.down ? Theme.pressFill : row.hovered ? Theme.hoverFill : "transparent"
+    }
+}

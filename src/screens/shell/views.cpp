@@ -1,0 +1,85 @@
+#include "screens/shell/views.h"
+
+#include "screens/score/score_presenter.h"
+#include "screens/shell/coming_soon_presenter.h"
+#include "screens/shell/first_run_presenter.h"
+#include "screens/shell/scanning_presenter.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+template <typename Presenter>
+QObject *make(AppState &app, QObject *parent)
+{
+    return new Presenter(app, parent);
+}
+
+struct ScreenView
+{
+    Screen screen;
+    QString file;
+    QObject *(*makePresenter)(AppState &app, QObject *parent);
+};
+
+/// The screens that have a view of their own; all others are still to come.
+const ScreenView *viewOf(Screen screen)
+{
+    static const QList<ScreenView> views = {
+        {Screen::LibraryScore, u"LibraryScoreScreen"_s, make<ScorePresenter>},
+    };
+    for (const ScreenView &view : views) {
+        if (view.screen == screen)
+            return &view;
+    }
+    return nullptr;
+}
+
+QString fileOf(const ViewKey &view)
+{
+    switch (view.kind) {
+    case ViewKey::Kind::FirstRun:
+        return u"FirstRunView"_s;
+    case ViewKey::Kind::Scanning:
+        return u"ScanningView"_s;
+    case ViewKey::Kind::Screen:
+        break;
+    }
+    const ScreenView *screen = viewOf(view.screen);
+    return screen ? screen->file : u"ComingSoonScreen"_s;
+}
+
+} // namespace
+
+ViewKey wantedView(const AppState &app)
+{
+    if (std::holds_alternative<ChooseLibrary>(app.phase()))
+        return {ViewKey::Kind::FirstRun};
+    if (std::holds_alternative<Scanning>(app.phase()))
+        return {ViewKey::Kind::Scanning};
+    return {ViewKey::Kind::Screen, app.selection()};
+}
+
+QUrl sourceOf(const ViewKey &view)
+{
+    return QUrl(u"qrc:/qt/qml/Tarnwick/Screens/%1.qml"_s.arg(fileOf(view)));
+}
+
+QObject *makePresenter(const ViewKey &view, AppState &app, QObject *parent)
+{
+    switch (view.kind) {
+    case ViewKey::Kind::FirstRun:
+        return new FirstRunPresenter(app, parent);
+    case ViewKey::Kind::Scanning:
+        return new ScanningPresenter(app, parent);
+    case ViewKey::Kind::Screen:
+        break;
+    }
+    if (const ScreenView *screen = viewOf(view.screen))
+        return screen->makePresenter(app, parent);
+    return new ComingSoonPresenter(view.screen, parent);
+}
+
+} // namespace tarnwick

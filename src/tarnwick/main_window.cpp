@@ -1,0 +1,36 @@
+#include "tarnwick/main_window.h"
+
+#include "screens/components/install.h"
+
+#include <QQuickWindow>
+#include <QtQml/QQmlExtensionPlugin>
+
+using namespace Qt::StringLiterals;
+
+Q_IMPORT_QML_PLUGIN(Tarnwick_ComponentsPlugin)
+Q_IMPORT_QML_PLUGIN(Tarnwick_ScreensPlugin)
+
+namespace tarnwick {
+
+MainWindow::MainWindow(AppState &app)
+    : m_presenter(app)
+{
+    // The desktop's own rendering of letters, with and without a graphics card.
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    installComponents(m_engine);
+    m_engine.setInitialProperties({{u"presenter"_s, QVariant::fromValue(&m_presenter)}});
+    m_engine.load(QUrl(u"qrc:/qt/qml/Tarnwick/Screens/Main.qml"_s));
+    if (m_engine.rootObjects().isEmpty())
+        qFatal("the window can't be loaded");
+    m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
+}
+
+void MainWindow::show()
+{
+    QObject::connect(m_window, &QQuickWindow::frameSwapped, &m_presenter,
+                     &WindowPresenter::contentAppeared,
+                     Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    m_window->show();
+}
+
+} // namespace tarnwick

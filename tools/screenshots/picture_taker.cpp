@@ -1,0 +1,102 @@
+#include "screenshots/picture_taker.h"
+
+#include "screens/shell/scanning_presenter.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QQuickWindow>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+/// How far the scan has come on its picture.
+constexpr double shownFraction = 0.4;
+
+bool fail(const QString &message)
+{
+    std::fprintf(stderr, "screenshots: %s\n", qUtf8Printable(message));
+    return false;
+}
+
+} // namespace
+
+PictureTaker::PictureTaker(const QString &folder, const QSize &size)
+    : m_folder(folder)
+    , m_app(AppState::Environment::Ignored)
+    , m_window(m_app)
+{
+    QDir().mkpath(folder);
+    m_window.window()->resize(size);
+    m_window.show();
+}
+
+bool PictureTaker::take(const QString &only)
+{
+    m_only = only;
+    const bool isView = only == u"firstRun"_s || only == u"scanning"_s;
+    if (!only.isEmpty() && !isView && !screenFromRawValue(only))
+        return fail(u"no view is called %1"_s.arg(only));
+    settle();
+    if (wants(u"firstRun"_s) && !keep(u"firstRun"_s))
+        return false;
+    return only == u"firstRun"_s || (takeScan() && takeScreens());
+}
+
+bool PictureTaker::takeScan()
+{
+    bool kept = !wants(u"scanning"_s);
+    QEventLoop untilIdle;
+    QObject::connect(&m_app, &AppState::becameIdle, &untilIdle, &QEventLoop::quit);
+    QObject::connect(&m_app, &AppState::progressReported, &untilIdle,
+                     [&](const ScanProgress &progress) {
+                         auto *presenter = qobject_cast<ScanningPresenter *>(
+                             m_window.presenter().viewPresenter());
+                         if (kept || !presenter || progress.fraction() < shownFraction)
+                             return;
+                         presenter->tellNow();
+                         kept = keep(u"scanning"_s);
+                     });
+    m_app.rescan();
+    if (m_app.pendingTasks() == 0)
+        return fail(u"there is no library to scan"_s);
+    untilIdle.exec();
+    if (!m_app.result())
+        return fail(m_app.toast() ? m_app.toast()->message : u"the scan failed"_s);
+    return kept || fail(u"the scan was over before it could be seen"_s);
+}
+
+bool PictureTaker::takeScreens()
+{
+    for (const ScreenInfo &info : allScreens()) {
+        if (!wants(info.rawValue))
+            continue;
+        m_app.setSelection(info.screen);
+        settle();
+        if (!keep(info.rawValue))
+            return false;
+    }
+    return true;
+}
+
+/// Lets everything that is queued happen: the change of the view, its layout, its pictures.
+void PictureTaker::settle()
+{
+    for (int i = 0; i < 10; ++i) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+}
+
+bool PictureTaker::keep(const QString &name)
+{
+    const QString file = QDir(m_folder).filePath(name + u".png"_s);
+    return m_window.window()->grabWindow().save(file) || fail(u"can't write %1"_s.arg(file));
+}
+
+} // namespace tarnwick
