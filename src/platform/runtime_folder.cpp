@@ -15,8 +15,8 @@ constexpr auto variable = "XDG_RUNTIME_DIR";
 bool isPrivateFolder(const QByteArray &path)
 {
     struct stat status = {};
-    return ::lstat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode)
-           && status.st_uid == ::geteuid() && (status.st_mode & 0777) == 0700;
+    return ::lstat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
+           status.st_uid == ::geteuid() && (status.st_mode & 0777) == 0700;
 }
 
 } // namespace

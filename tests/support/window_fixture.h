@@ -42,7 +42,8 @@ public:
     /// Whether the content area comes to show a view, by its QML name.
     bool waitForView(const QString &name)
     {
-        return QTest::qWaitFor([&] { return presenter().view().fileName() == name + QStringLiteral(".qml"); });
+        return QTest::qWaitFor(
+            [&] { return presenter().view().fileName() == name + QStringLiteral(".qml"); });
     }
     QStringList texts() const { return textsOf(content()); }
     QQuickItem *button(const QString &name) const { return itemNamed(content(), name); }

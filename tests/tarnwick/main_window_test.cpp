@@ -170,7 +170,8 @@ void MainWindowTest::offersTheLibrariesFound()
     m_fixture->open();
     const QStringList expected = {
         u"Let's look at your library"_s,
-        u"Tarnwick reads your Serato database and reports what it finds. Nothing is changed, moved, "
+        u"Tarnwick reads your Serato database and reports what it finds. Nothing is changed, "
+        u"moved, "
         "or uploaded — this first pass is read-only."_s,
         u"Libraries found"_s,
         u"System disk"_s,
@@ -198,7 +199,8 @@ void MainWindowTest::saysWhereThereIsNoLibrary()
 {
     m_fixture->open();
     QVERIFY(isOnShow(u"Libraries found"_s));
-    QVERIFY(isOnShow(u"No _Serato_ database found. Open Serato once to create one, then rescan."_s));
+    QVERIFY(
+        isOnShow(u"No _Serato_ database found. Open Serato once to create one, then rescan."_s));
     QVERIFY(isOnShow(u"What this app never does"_s));
     QVERIFY(!isOnShow(u"System disk"_s));
 }

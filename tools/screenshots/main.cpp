@@ -72,8 +72,8 @@ int main(int argc, char *argv[])
     parser.addOption({u"out"_s, u"Folder for the pictures."_s, u"folder"_s});
     parser.addOption({u"size"_s, u"Size of the window."_s, u"WxH"_s, u"1120x720"_s});
     parser.addOption({u"scale"_s, u"Pixels for each point."_s, u"N"_s, u"1"_s});
-    parser.addOption({u"only"_s, u"One view: a screen's raw value, firstRun or scanning."_s,
-                      u"screen"_s});
+    parser.addOption(
+        {u"only"_s, u"One view: a screen's raw value, firstRun or scanning."_s, u"screen"_s});
     parser.addHelpOption();
     parser.process(application);
 

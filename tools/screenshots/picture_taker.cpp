@@ -53,15 +53,15 @@ bool PictureTaker::takeScan()
     bool kept = !wants(u"scanning"_s);
     QEventLoop untilIdle;
     QObject::connect(&m_app, &AppState::becameIdle, &untilIdle, &QEventLoop::quit);
-    QObject::connect(&m_app, &AppState::progressReported, &untilIdle,
-                     [&](const ScanProgress &progress) {
-                         auto *presenter = qobject_cast<ScanningPresenter *>(
-                             m_window.presenter().viewPresenter());
-                         if (kept || !presenter || progress.fraction() < shownFraction)
-                             return;
-                         presenter->tellNow();
-                         kept = keep(u"scanning"_s);
-                     });
+    QObject::connect(
+        &m_app, &AppState::progressReported, &untilIdle, [&](const ScanProgress &progress) {
+            auto *presenter =
+                qobject_cast<ScanningPresenter *>(m_window.presenter().viewPresenter());
+            if (kept || !presenter || progress.fraction() < shownFraction)
+                return;
+            presenter->tellNow();
+            kept = keep(u"scanning"_s);
+        });
     m_app.rescan();
     if (m_app.pendingTasks() == 0)
         return fail(u"there is no library to scan"_s);

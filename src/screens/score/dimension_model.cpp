@@ -30,8 +30,7 @@ QVariant DimensionModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> DimensionModel::roleNames() const
 {
-    return {
-        {NameRole, "name"}, {DetailRole, "detail"}, {ScoreRole, "score"}, {TintRole, "tint"}};
+    return {{NameRole, "name"}, {DetailRole, "detail"}, {ScoreRole, "score"}, {TintRole, "tint"}};
 }
 
 void DimensionModel::setDimensions(const QList<Dimension> &dimensions)

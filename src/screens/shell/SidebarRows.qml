@@ -10,7 +10,7 @@ ScrollArea {
 
     function focusRow(index: int) {
         const entry = rows.itemAt(Math.max(0, Math.min(rows.count - 1, index)));
-        entry.row.forceActiveFocus(Qt.TabFocusReason);
+        entry.row.forceActiveFocus(Qt.TabFocusReason); // qmllint disable
     }
 
     function focusByKey(key: int, index: int): bool {

@@ -44,8 +44,8 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> SidebarModel::roleNames() const
 {
-    return {{HeadingRole, "heading"}, {TitleRole, "title"},
-            {SymbolRole, "symbol"},   {BadgeRole, "badge"},
+    return {{HeadingRole, "heading"},         {TitleRole, "title"},
+            {SymbolRole, "symbol"},           {BadgeRole, "badge"},
             {ImplementedRole, "implemented"}, {SelectedRole, "selected"}};
 }
 

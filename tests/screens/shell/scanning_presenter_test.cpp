@@ -55,7 +55,8 @@ private Q_SLOTS:
         timer.start();
         QVERIFY(m_fixture->waitUntilIdle());
         QVERIFY(reports.count() >= 80);
-        QVERIFY2(told.count() <= timer.elapsed() / 16 + 1, qPrintable(QString::number(told.count())));
+        QVERIFY2(told.count() <= timer.elapsed() / 16 + 1,
+                 qPrintable(QString::number(told.count())));
     }
 
 private:

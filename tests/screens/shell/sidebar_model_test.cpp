@@ -32,12 +32,12 @@ private Q_SLOTS:
         SidebarModel model;
         const QAbstractItemModelTester tester(&model);
         const QStringList titles = {
-            u"Library score"_s, u"Health"_s,           u"Library & safety"_s, u"Fix queue"_s,
-            u"Duplicates"_s,    u"Missing files"_s,    u"Cues & grids"_s,     u"Versions"_s,
-            u"Track ID"_s,      u"Gig check"_s,        u"Gig run"_s,          u"Loudness"_s,
-            u"Stems"_s,         u"Crate hygiene"_s,    u"Suggestions"_s,      u"What's landing"_s,
-            u"Transitions"_s,   u"Debrief"_s,          u"Booth companion"_s,  u"Community IDs"_s,
-            u"Always clean"_s,  u"Change log"_s,       u"USB & export"_s,     u"Account"_s,
+            u"Library score"_s, u"Health"_s,        u"Library & safety"_s, u"Fix queue"_s,
+            u"Duplicates"_s,    u"Missing files"_s, u"Cues & grids"_s,     u"Versions"_s,
+            u"Track ID"_s,      u"Gig check"_s,     u"Gig run"_s,          u"Loudness"_s,
+            u"Stems"_s,         u"Crate hygiene"_s, u"Suggestions"_s,      u"What's landing"_s,
+            u"Transitions"_s,   u"Debrief"_s,       u"Booth companion"_s,  u"Community IDs"_s,
+            u"Always clean"_s,  u"Change log"_s,    u"USB & export"_s,     u"Account"_s,
         };
         QCOMPARE(column(model, SidebarModel::TitleRole), titles);
     }

@@ -32,8 +32,8 @@ private Q_SLOTS:
     {
         const ViewKey firstRun{ViewKey::Kind::FirstRun, Screen::Health};
         QCOMPARE(firstRun, ViewKey{ViewKey::Kind::FirstRun});
-        QVERIFY(!(ViewKey{ViewKey::Kind::Screen, Screen::Health}
-                  == ViewKey{ViewKey::Kind::Screen, Screen::Stems}));
+        QVERIFY(!(ViewKey{ViewKey::Kind::Screen, Screen::Health} ==
+                  ViewKey{ViewKey::Kind::Screen, Screen::Stems}));
     }
 
     void existForEveryScreen()

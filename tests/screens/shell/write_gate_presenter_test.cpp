@@ -18,8 +18,9 @@ private Q_SLOTS:
         const WriteGatePresenter presenter(fixture.launch(AppState::Environment::Ignored));
         QCOMPARE(presenter.symbol(), u"checkmark.shield.fill"_s);
         QCOMPARE(presenter.tint(), int(Tint::Good));
-        QCOMPARE(presenter.text(), u"Safe to make changes — every fix takes a snapshot first and is "
-                                   "reversible for 30 days."_s);
+        QCOMPARE(presenter.text(),
+                 u"Safe to make changes — every fix takes a snapshot first and is "
+                 "reversible for 30 days."_s);
     }
 
     void isShutWhileSeratoRuns()
