@@ -20,6 +20,10 @@ endif()
 if(TARNWICK_SANITIZE)
     add_compile_options(-fsanitize=${TARNWICK_SANITIZE} -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${TARNWICK_SANITIZE})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # The added code hides from GCC that an optional is looked into only where it holds a value.
+        add_compile_options(-Wno-maybe-uninitialized)
+    endif()
 endif()
 
 if(TARNWICK_HARDENED)
