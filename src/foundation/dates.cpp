@@ -34,7 +34,8 @@ bool isDigit(QChar character)
     return character >= u'0' && character <= u'9';
 }
 
-bool hasIsoForm(QStringView text)
+template <typename Text>
+bool hasIsoForm(Text text)
 {
     if (text.size() != isoForm.size())
         return false;
@@ -46,12 +47,25 @@ bool hasIsoForm(QStringView text)
     return true;
 }
 
-int numberAt(QStringView text, qsizetype start, qsizetype digits)
+template <typename Text>
+int numberAt(Text text, qsizetype start, qsizetype digits)
 {
     int number = 0;
-    for (const QChar digit : text.sliced(start, digits))
-        number = 10 * number + (digit.unicode() - u'0');
+    for (qsizetype i = start; i < start + digits; ++i)
+        number = 10 * number + (QChar(text[i]).unicode() - u'0');
     return number;
+}
+
+template <typename Text>
+std::optional<QDateTime> momentOf(Text text)
+{
+    if (!hasIsoForm(text))
+        return std::nullopt;
+    const QDate date(numberAt(text, 0, 4), numberAt(text, 5, 2), numberAt(text, 8, 2));
+    const QTime time(numberAt(text, 11, 2), numberAt(text, 14, 2), numberAt(text, 17, 2));
+    if (!date.isValid() || !time.isValid())
+        return std::nullopt;
+    return QDateTime(date, time, Qt::UTC);
 }
 
 } // namespace
@@ -82,13 +96,19 @@ QString isoSeconds(const QDateTime &moment)
 
 std::optional<QDateTime> parseIsoSeconds(QStringView text)
 {
-    if (!hasIsoForm(text))
-        return std::nullopt;
-    const QDate date(numberAt(text, 0, 4), numberAt(text, 5, 2), numberAt(text, 8, 2));
-    const QTime time(numberAt(text, 11, 2), numberAt(text, 14, 2), numberAt(text, 17, 2));
-    if (!date.isValid() || !time.isValid())
-        return std::nullopt;
-    return QDateTime(date, time, Qt::UTC);
+    return momentOf(text);
+}
+
+std::optional<QDateTime> parseIsoSeconds(QLatin1StringView text)
+{
+    return momentOf(text);
+}
+
+QDateTime wholeSeconds(const QDateTime &moment)
+{
+    QDateTime utc = moment.toUTC();
+    utc.setTime(QTime(utc.time().hour(), utc.time().minute(), utc.time().second()));
+    return utc;
 }
 
 QDateTime calendarDaysLater(const QDateTime &moment, int days)

@@ -18,6 +18,10 @@ QString isoSeconds(const QDateTime &moment);
 
 /// The moment that exactly such a text states, in UTC; nothing for any other form.
 std::optional<QDateTime> parseIsoSeconds(QStringView text);
+std::optional<QDateTime> parseIsoSeconds(QLatin1StringView text);
+
+/// Without its fraction of a second, as it will come back from a store.
+QDateTime wholeSeconds(const QDateTime &moment);
 
 /// The same wall-clock time so many calendar days later, as the machine's time zone has it.
 QDateTime calendarDaysLater(const QDateTime &moment, int days);

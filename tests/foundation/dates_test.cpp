@@ -125,7 +125,10 @@ void DatesTest::readsExactlyWhatItWrites()
     QVERIFY(moment.has_value());
     QCOMPARE(moment->timeSpec(), Qt::UTC);
     QCOMPARE(isoSeconds(*moment), text);
-    QCOMPARE(*moment, utc(text.toLatin1().constData()));
+    const QByteArray latin = text.toLatin1();
+    QCOMPARE(*moment, utc(latin.constData()));
+    QCOMPARE(parseIsoSeconds(QLatin1StringView(latin)), moment);
+    QCOMPARE(wholeSeconds(moment->addMSecs(999)), moment);
 }
 
 void DatesTest::refusesEveryOtherForm_data()
@@ -158,6 +161,8 @@ void DatesTest::refusesEveryOtherForm()
 {
     QFETCH(QString, text);
     QVERIFY(!parseIsoSeconds(text));
+    const QByteArray latin = text.toLatin1();
+    QVERIFY(!parseIsoSeconds(QLatin1StringView(latin)));
 }
 
 void DatesTest::keepsTheWallClockAcrossCalendarDays_data()
