@@ -113,7 +113,8 @@ QDateTime wholeSeconds(const QDateTime &moment)
 
 QDateTime calendarDaysLater(const QDateTime &moment, int days)
 {
-    return moment.toLocalTime().addDays(days).toUTC();
+    const QDateTime later = moment.toLocalTime().addDays(days).toUTC();
+    return later.isValid() ? later : moment;
 }
 
 int wholeDaysBetween(const QDateTime &from, const QDateTime &to)

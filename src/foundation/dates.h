@@ -23,7 +23,8 @@ std::optional<QDateTime> parseIsoSeconds(QLatin1StringView text);
 /// Without its fraction of a second, as it will come back from a store.
 QDateTime wholeSeconds(const QDateTime &moment);
 
-/// The same wall-clock time so many calendar days later, as the machine's time zone has it.
+/// The same wall-clock time so many calendar days later, as the machine's time zone has it; the
+/// moment itself where the calendar ends before that.
 QDateTime calendarDaysLater(const QDateTime &moment, int days);
 
 /// Whole calendar days from one moment to a later one in local time; never below 0.

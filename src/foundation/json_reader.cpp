@@ -120,7 +120,7 @@ qsizetype JsonReader::skipSpace()
     return m_at - start;
 }
 
-qsizetype JsonReader::position()
+qsizetype JsonReader::valueStart()
 {
     skipSpace();
     return m_at;

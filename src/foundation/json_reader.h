@@ -65,8 +65,10 @@ public:
     /// True if nothing but white space is left and nothing failed.
     bool end();
 
-    /// Where the reader stands, in bytes; at a value once the white space ahead of it is passed.
-    qsizetype position();
+    /// Where the next value starts, in bytes: passes the white space ahead of it.
+    qsizetype valueStart();
+    /// Where the reader stands: behind a value, before anything that follows it.
+    qsizetype position() const { return m_at; }
     QByteArrayView bytesBetween(qsizetype start, qsizetype end) const;
 
     /// Starts to compare with what JsonWriter's pretty style would have written.

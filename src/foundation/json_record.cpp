@@ -83,7 +83,7 @@ bool readRecord(JsonReader &json, std::span<const JsonField> fields, bool *hasWr
     quint64 seen = 0;
     size_t next = 0;
     bool isInOrder = true;
-    json.position();
+    json.valueStart();
     json.watchForm();
     const bool isObject = json.object([&](QByteArrayView key) {
         const size_t index = indexOf(fields, key, next);

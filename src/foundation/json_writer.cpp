@@ -110,6 +110,14 @@ void JsonWriter::appendQuoted(QByteArray &out, QStringView text)
     out.append('"');
 }
 
+JsonWriter JsonWriter::within(QByteArray &out, int depth)
+{
+    JsonWriter json(out, Style::Pretty);
+    json.m_depth = depth;
+    json.m_afterKey = true;
+    return json;
+}
+
 void JsonWriter::open(char bracket)
 {
     separate();

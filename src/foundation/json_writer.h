@@ -20,6 +20,10 @@ public:
         , m_style(style)
     {}
 
+    /// A writer that stands where a value goes at that depth of a pretty text, to encode a part of
+    /// one by itself.
+    static JsonWriter within(QByteArray &out, int depth);
+
     void beginObject() { open('{'); }
     void endObject() { close('}'); }
     void beginArray() { open('['); }

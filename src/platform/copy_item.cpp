@@ -2,7 +2,6 @@
 
 #include "platform/file_attributes.h"
 #include "platform/files.h"
-#include "platform/files_write.h"
 #include "platform/open_file.h"
 #include "platform/system_calls.h"
 
@@ -16,7 +15,8 @@ namespace tarnwick::platform {
 
 namespace {
 
-int copyFolder(const QByteArray &source, const QByteArray &destination, const struct stat &status)
+int copyFolder(const QByteArray &source, const QByteArray &destination, const struct stat &status,
+               Flush flush, CopyTally *tally)
 {
     QByteArrayList names;
     if (const int error = calls::listFolder(source, names))
@@ -26,7 +26,7 @@ int copyFolder(const QByteArray &source, const QByteArray &destination, const st
         return error;
     for (const QByteArray &name : names) {
         const QByteArray from = source + '/' + name;
-        if (const int error = copyEntry(from, destination + '/' + name, Flush::No))
+        if (const int error = copyEntry(from, destination + '/' + name, flush, tally))
             return error;
     }
     return calls::setMode(destination, status.st_mode & 07777);
@@ -40,7 +40,8 @@ int copyLink(const QByteArray &source, const QByteArray &destination)
     return calls::makeLink(target, destination);
 }
 
-int copyFile(const QByteArray &source, const QByteArray &destination, Flush flush)
+/// `size` becomes that of the copy: the source may have grown meanwhile.
+int copyFile(const QByteArray &source, const QByteArray &destination, Flush flush, quint64 &size)
 {
     const auto from = OpenFile::open(source, O_RDONLY);
     if (!from)
@@ -53,6 +54,10 @@ int copyFile(const QByteArray &source, const QByteArray &destination, Flush flus
         return to.error();
     if (const int error = to->copyRestOf(*from))
         return error;
+    struct stat copied;
+    if (const int error = to->status(copied))
+        return error;
+    size = quint64(copied.st_size);
     if (const int error = takeOverAttributes(*from, status, *to))
         return error;
     if (const int error = takeOverTimes(status, *to))
@@ -66,23 +71,28 @@ int copyFile(const QByteArray &source, const QByteArray &destination, Flush flus
 
 } // namespace
 
-int copyEntry(const QByteArray &source, const QByteArray &destination, Flush flush)
+int copyEntry(const QByteArray &source, const QByteArray &destination, Flush flush,
+              CopyTally *tally)
 {
     struct stat status;
     if (const int error = calls::statusOf(source, status))
         return error;
     if (S_ISDIR(status.st_mode))
-        return copyFolder(source, destination, status);
-    if (S_ISLNK(status.st_mode))
-        return copyLink(source, destination);
-    if (S_ISREG(status.st_mode))
-        return copyFile(source, destination, flush);
-    return calls::makeSpecial(destination, status);
+        return copyFolder(source, destination, status, flush, tally);
+    quint64 size = quint64(status.st_size);
+    const int error = S_ISLNK(status.st_mode)   ? copyLink(source, destination)
+                      : S_ISREG(status.st_mode) ? copyFile(source, destination, flush, size)
+                                                : calls::makeSpecial(destination, status);
+    if (error == 0 && tally) {
+        ++tally->files;
+        tally->bytes += size;
+    }
+    return error;
 }
 
-Done copyItem(const QString &source, const QString &destination)
+Done copyItem(const QString &source, const QString &destination, CopyTally *tally)
 {
-    if (const int error = copyEntry(source.toUtf8(), destination.toUtf8(), Flush::No))
+    if (const int error = copyEntry(source.toUtf8(), destination.toUtf8(), Flush::No, tally))
         return tl::unexpected(describeFailure(source, u"copied"_s, error));
     return {};
 }

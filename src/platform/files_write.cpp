@@ -23,7 +23,8 @@ Done outcome(const QString &path, const QString &doing, int error)
     return {};
 }
 
-int writeOver(const QByteArray &path, QByteArrayView content, std::optional<mode_t> mode)
+int writeOver(const QByteArray &path, std::span<const QByteArrayView> parts,
+              std::optional<mode_t> mode)
 {
     // Cut to nothing only once it is known to be a regular file.
     auto file = OpenFile::open(path, O_WRONLY | O_CREAT, mode.value_or(0666));
@@ -40,7 +41,7 @@ int writeOver(const QByteArray &path, QByteArrayView content, std::optional<mode
     }
     if (const int error = file->cutToNothing())
         return error;
-    if (const int error = file->write(std::span(&content, 1)))
+    if (const int error = file->write(parts))
         return error;
     return file->close();
 }
@@ -65,37 +66,17 @@ int makeFolderChain(const QByteArray &path, mode_t mode)
     return calls::makeFolder(path, mode);
 }
 
-int removeWhole(const QByteArray &path);
-
-int removeContents(const QByteArray &folder)
-{
-    QByteArrayList names;
-    if (const int error = calls::listFolder(folder, names))
-        return error;
-    for (const QByteArray &name : names) {
-        if (const int error = removeWhole(folder + '/' + name))
-            return error;
-    }
-    return 0;
-}
-
-int removeWhole(const QByteArray &path)
-{
-    struct stat status;
-    if (const int error = calls::statusOf(path, status))
-        return error;
-    if (!S_ISDIR(status.st_mode))
-        return calls::removeEntry(path);
-    if (const int error = removeContents(path))
-        return error;
-    return calls::removeFolder(path);
-}
-
 } // namespace
+
+Done writeFilePlainly(const QString &path, std::span<const QByteArrayView> parts,
+                      std::optional<mode_t> mode)
+{
+    return outcome(path, u"written"_s, writeOver(path.toUtf8(), parts, mode));
+}
 
 Done writeFilePlainly(const QString &path, QByteArrayView content, std::optional<mode_t> mode)
 {
-    return outcome(path, u"written"_s, writeOver(path.toUtf8(), content, mode));
+    return writeFilePlainly(path, std::span(&content, 1), mode);
 }
 
 Done makeFolders(const QString &path, mode_t mode)
@@ -106,15 +87,12 @@ Done makeFolders(const QString &path, mode_t mode)
     return outcome(path, u"created"_s, makeFolderChain(bytes, mode));
 }
 
-Done removeFile(const QString &path)
+Result<bool> makeNewFolder(const QString &path, mode_t mode)
 {
-    return outcome(path, u"removed"_s, calls::removeEntry(path.toUtf8()));
-}
-
-Done removeTree(const QString &path)
-{
-    const int error = removeWhole(path.toUtf8());
-    return outcome(path, u"removed"_s, error == ENOENT ? 0 : error);
+    const int error = calls::makeFolder(path.toUtf8(), mode);
+    if (error != 0 && error != EEXIST)
+        return tl::unexpected(describeFailure(path, u"created"_s, error));
+    return error == 0;
 }
 
 } // namespace tarnwick::platform

@@ -13,7 +13,8 @@
 /// Changing what lies on disk. The rules, in the order of their weight:
 ///
 /// 1. Files that are not this program's own (databases, crates, audio) change through `replaceFile`
-///    alone. At every moment, a power cut included, the path leads to the old bytes or to the new.
+///    and `replaceItem` alone. At every moment, a power cut included, the path leads to the old
+///    bytes or to the new.
 /// 2. New bytes come to stand in a hidden temporary ".{name}.twtmp" in the target's folder,
 /// complete
 ///    and flushed, before the rename that makes them count. Once renamed, the write has succeeded.
@@ -32,6 +33,13 @@
 /// Nothing here waits for other processes, and nothing locks. Failures carry the system's words.
 namespace tarnwick::platform {
 
+/// How much was copied, folders not counted.
+struct CopyTally
+{
+    qint64 files = 0;  ///< links among them
+    quint64 bytes = 0; ///< their sizes, as copied
+};
+
 /// Puts the joined parts in the place of the file, which need not exist (its folder must).
 Done replaceFile(const QString &path, std::span<const QByteArrayView> parts);
 Done replaceFile(const QString &path, QByteArrayView content);
@@ -40,13 +48,21 @@ Done replaceFile(const QString &path, QByteArrayView content);
 /// sets the permission bits, of a file that exists too; without it a new file gets the usual ones.
 Done writeFilePlainly(const QString &path, QByteArrayView content,
                       std::optional<mode_t> mode = std::nullopt);
+Done writeFilePlainly(const QString &path, std::span<const QByteArrayView> parts,
+                      std::optional<mode_t> mode = std::nullopt);
 
 /// Makes a folder and those above it that are missing, each with these permission bits. A folder
 /// that exists stays as it is.
 Done makeFolders(const QString &path, mode_t mode = 0777);
 
+/// Makes one folder. False where anything stands at the path already.
+Result<bool> makeNewFolder(const QString &path, mode_t mode = 0777);
+
 /// Removes a file or a link, never a folder.
 Done removeFile(const QString &path);
+
+/// Removes a folder in which nothing is left.
+Done removeEmptyFolder(const QString &path);
 
 /// Removes a file, a link or a folder with all that is in it; links are not followed. Stops at the
 /// first failure. Nothing at the path is no failure.
@@ -54,8 +70,14 @@ Done removeTree(const QString &path);
 
 /// Copies a file, a link or a folder with all that is in it to a path at which nothing stands.
 /// Keeps content, names, empty folders, hidden entries, permission bits, times and extended
-/// attributes; links stay links. Not flushed. After a failure, what was copied so far stays.
-Done copyItem(const QString &source, const QString &destination);
+/// attributes; links stay links. Not flushed. After a failure, what was copied so far stays. The
+/// tally, if given, gains what was copied.
+Done copyItem(const QString &source, const QString &destination, CopyTally *tally = nullptr);
+
+/// Puts a copy of an item in the place of another, of whatever kind, or where nothing stands. The
+/// copy is complete and flushed before it takes the place, in one step; then what stood there is
+/// removed. A failure to copy leaves everything as it was.
+Done replaceItem(const QString &source, const QString &destination);
 
 /// Moves a file or a link to a path at which nothing stands, not even a dangling link. Within one
 /// file system this is a rename, which takes folders too; a folder does not cross file systems.

@@ -121,6 +121,17 @@ int renameWithoutReplacing(const QByteArray &from, const QByteArray &to)
     });
 }
 
+int exchangeEntries(const QByteArray &one, const QByteArray &other)
+{
+    return gated(FileOperation::Rename, one, [&] {
+#ifdef Q_OS_MACOS
+        return ::renamex_np(one.constData(), other.constData(), RENAME_SWAP);
+#else
+        return ::renameat2(AT_FDCWD, one.constData(), AT_FDCWD, other.constData(), RENAME_EXCHANGE);
+#endif
+    });
+}
+
 int readLink(const QByteArray &path, QByteArray &target)
 {
     target.resize(PATH_MAX);

@@ -31,6 +31,8 @@ int removeFolder(const QByteArray &path);
 int renameEntry(const QByteArray &from, const QByteArray &to);
 /// EEXIST where anything stands at `to`.
 int renameWithoutReplacing(const QByteArray &from, const QByteArray &to);
+/// Lets two entries change places in one step.
+int exchangeEntries(const QByteArray &one, const QByteArray &other);
 int readLink(const QByteArray &path, QByteArray &target);
 int makeLink(const QByteArray &target, const QByteArray &path);
 /// A pipe or socket like the one that the status describes; nothing is opened.

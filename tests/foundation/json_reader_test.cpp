@@ -348,7 +348,7 @@ void JsonReaderTest::knowsTheFormOfTheWriter()
     JsonReader json(bytes);
     json.watchForm();
     const auto readValue = [&](auto &&self) -> bool {
-        const char first = bytes.at(json.position());
+        const char first = bytes.at(json.valueStart());
         QString text;
         quint64 number = 0;
         bool flag = false;

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void writesPrettyWithTwoBlanks();
     void writesCompact();
     void writesEmptyBracketsOnOneLine();
+    void writesAPartOfAPrettyText();
     void escapesOnlyWhatItMust_data();
     void escapesOnlyWhatItMust();
     void writesValues_data();
@@ -75,6 +76,23 @@ void JsonWriterTest::writesEmptyBracketsOnOneLine()
     json.endArray();
     json.endObject();
     QCOMPARE(out, QByteArray("{\n  \"list\": []\n}"));
+}
+
+void JsonWriterTest::writesAPartOfAPrettyText()
+{
+    QByteArray part;
+    JsonWriter json = JsonWriter::within(part, 1);
+    json.beginObject();
+    json.member(u"a", 1);
+    json.member(u"b", 2);
+    json.endObject();
+    QCOMPARE(part, QByteArray("{\n    \"a\": 1,\n    \"b\": 2\n  }"));
+    QByteArray out;
+    JsonWriter whole(out, JsonWriter::Style::Pretty);
+    whole.beginArray();
+    whole.encoded(part);
+    whole.endArray();
+    QCOMPARE(out, QByteArray("[\n  {\n    \"a\": 1,\n    \"b\": 2\n  }\n]"));
 }
 
 void JsonWriterTest::escapesOnlyWhatItMust_data()

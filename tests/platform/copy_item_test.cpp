@@ -41,6 +41,7 @@ class CopyItemTest : public QObject
 private Q_SLOTS:
     void init();
     void copiesATreeWhole();
+    void countsWhatItCopied();
     void copiesTheLinkAndNotItsTarget();
     void keepsModesTimesAndExtendedAttributes();
     void keepsTheModeOfAFolderThatForbidsWriting();
@@ -70,6 +71,21 @@ void CopyItemTest::copiesATreeWhole()
     QVERIFY(copyItem(path(u"from"_s), path(u"to"_s)));
     QCOMPARE(treeOf(path(u"to"_s)), treeOf(path(u"from"_s)));
     QCOMPARE(treeOf(path(u"to"_s)).size(), 10);
+}
+
+void CopyItemTest::countsWhatItCopied()
+{
+    put(path(u"from/a"_s), "12345");
+    put(path(u"from/deep/er/b"_s), "123");
+    put(path(u"from/empty file"_s), "");
+    QDir().mkpath(path(u"from/empty folder"_s));
+    CopyTally tally;
+    QVERIFY(copyItem(path(u"from"_s), path(u"to"_s), &tally));
+    QCOMPARE(tally.files, 3);
+    QCOMPARE(tally.bytes, quint64(8));
+    QVERIFY(copyItem(path(u"from/a"_s), path(u"to/c"_s), &tally));
+    QCOMPARE(tally.files, 4);
+    QCOMPARE(tally.bytes, quint64(13));
 }
 
 void CopyItemTest::copiesTheLinkAndNotItsTarget()

@@ -24,14 +24,12 @@ private Q_SLOTS:
     void writesOnlyRegularFilesPlainly_data();
     void writesOnlyRegularFilesPlainly();
     void writesThroughALink();
+    void joinsItsPartsPlainly();
+    void makesANewFolderOnlyWhereNothingStands();
     void makesFoldersThatAreMissing_data();
     void makesFoldersThatAreMissing();
     void leavesAFolderThatExistsAsItIs();
     void makesNoFolderBelowAFile();
-    void removesFilesButNoFolders();
-    void removesATreeWithoutFollowingLinks();
-    void takesNothingToRemoveForRemoved();
-    void stopsRemovingAtTheFirstFailure();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -105,6 +103,23 @@ void FilesWriteTest::writesThroughALink()
     QCOMPARE(contentOf(path(u"real"_s)), QByteArray("new"));
 }
 
+void FilesWriteTest::joinsItsPartsPlainly()
+{
+    put(path(u"store.json"_s), QByteArray(100, 'x'));
+    const QByteArrayView parts[] = {"{", "", "\n  \"a\": 1", "\n}\n"};
+    QVERIFY(writeFilePlainly(path(u"store.json"_s), parts));
+    QCOMPARE(contentOf(path(u"store.json"_s)), QByteArray("{\n  \"a\": 1\n}\n"));
+}
+
+void FilesWriteTest::makesANewFolderOnlyWhereNothingStands()
+{
+    QCOMPARE(makeNewFolder(path(u"a"_s)).value(), true);
+    QCOMPARE(makeNewFolder(path(u"a"_s)).value(), false);
+    QFile::link(u"nowhere"_s, path(u"link"_s));
+    QCOMPARE(makeNewFolder(path(u"link"_s)).value(), false);
+    QVERIFY(!makeNewFolder(path(u"none/a"_s)).has_value());
+}
+
 void FilesWriteTest::makesFoldersThatAreMissing_data()
 {
     QTest::addColumn<QString>("name");
@@ -140,52 +155,6 @@ void FilesWriteTest::makesNoFolderBelowAFile()
     QVERIFY(!makeFolders(path(u"file"_s)));
     QVERIFY(!makeFolders(QString()));
     QCOMPARE(contentOf(path(u"file"_s)), QByteArray("kept"));
-}
-
-void FilesWriteTest::removesFilesButNoFolders()
-{
-    put(path(u"file"_s), "");
-    put(path(u"target"_s), "kept");
-    QFile::link(u"target"_s, path(u"link"_s));
-    QDir(m_folder->path()).mkdir(u"folder"_s);
-    QVERIFY(removeFile(path(u"file"_s)));
-    QVERIFY(removeFile(path(u"link"_s)));
-    QVERIFY(!removeFile(path(u"folder"_s)));
-    QVERIFY(!removeFile(path(u"none"_s)));
-    QCOMPARE(namesIn(m_folder->path()), (QStringList{u"folder"_s, u"target"_s}));
-}
-
-void FilesWriteTest::removesATreeWithoutFollowingLinks()
-{
-    put(path(u"outside/kept"_s), "kept");
-    put(path(u"tree/a/.hidden"_s), "x");
-    put(path(u"tree/b"_s), "x");
-    QDir(m_folder->path()).mkpath(u"tree/empty"_s);
-    QFile::link(path(u"outside"_s), path(u"tree/link"_s));
-    QVERIFY(removeTree(path(u"tree"_s)));
-    QCOMPARE(namesIn(m_folder->path()), QStringList{u"outside"_s});
-    QCOMPARE(contentOf(path(u"outside/kept"_s)), QByteArray("kept"));
-}
-
-void FilesWriteTest::takesNothingToRemoveForRemoved()
-{
-    QVERIFY(removeTree(path(u"none"_s)));
-    put(path(u"file"_s), "");
-    QVERIFY(removeTree(path(u"file"_s)));
-    QCOMPARE(namesIn(m_folder->path()), QStringList());
-}
-
-void FilesWriteTest::stopsRemovingAtTheFirstFailure()
-{
-    for (const char *name : {"tree/a", "tree/b", "tree/c"})
-        put(path(QString::fromLatin1(name)), "x");
-    const ScopedFaults faults([](FileOperation operation, const QString &asked) {
-        return operation == FileOperation::Remove && asked.endsWith(u"/b"_s) ? EACCES : 0;
-    });
-    const Done done = removeTree(path(u"tree"_s));
-    QVERIFY(!done);
-    QCOMPARE(done.error().message, u"The file “tree” couldn't be removed: Permission denied."_s);
-    QCOMPARE(namesIn(path(u"tree"_s)), (QStringList{u"b"_s, u"c"_s}));
 }
 
 QTEST_GUILESS_MAIN(FilesWriteTest)

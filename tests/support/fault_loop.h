@@ -3,6 +3,8 @@
 #include "platform/fault_gate.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -39,12 +41,21 @@ struct FaultReport
     QString trouble; ///< what was wrong after the first bad run, and which call that was
 };
 
+/// Where the folders of the runs are made: in memory where there is such a place, since hundreds of
+/// runs flush to the device what they write.
+inline QString placeForRuns()
+{
+    const QString memory = QStringLiteral("/dev/shm");
+    const QString place = QFileInfo(memory).isWritable() ? memory : QDir::tempPath();
+    return place + QStringLiteral("/tarnwick-run-XXXXXX");
+}
+
 /// Lets the n-th call fail with an errno value, for n = 1, 2, 3 … until the operation has no more.
 inline FaultReport failAtEachCall(const Interruption &what, int error)
 {
     FaultReport report;
     for (;; ++report.calls) {
-        QTemporaryDir folder;
+        QTemporaryDir folder(placeForRuns());
         what.prepare(folder.path());
         int left = report.calls;
         QString call;
@@ -73,7 +84,7 @@ inline FaultReport killAtEachCall(const Interruption &what)
 {
     FaultReport report;
     for (;; ++report.calls) {
-        QTemporaryDir folder;
+        QTemporaryDir folder(placeForRuns());
         what.prepare(folder.path());
         QProcess victim;
         victim.setProcessChannelMode(QProcess::ForwardedChannels);

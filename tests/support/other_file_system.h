@@ -22,11 +22,15 @@ inline dev_t fileSystemOf(const QString &path)
 inline bool linkToOtherFileSystem(const QString &path)
 {
     static std::unique_ptr<QTemporaryDir> kept[2];
-    kept[0] = std::move(kept[1]);
-    kept[1] = std::make_unique<QTemporaryDir>(QStringLiteral("/dev/shm/tarnwick-XXXXXX"));
-    const QString parent = QFileInfo(path).path();
-    return kept[1]->isValid() && fileSystemOf(kept[1]->path()) != fileSystemOf(parent) &&
-           QFile::link(kept[1]->path(), path);
+    const dev_t own = fileSystemOf(QFileInfo(path).path());
+    for (const QString &place : {QStringLiteral("/dev/shm"), QDir::tempPath()}) {
+        if (fileSystemOf(place) == own)
+            continue;
+        kept[0] = std::move(kept[1]);
+        kept[1] = std::make_unique<QTemporaryDir>(place + QStringLiteral("/tarnwick-XXXXXX"));
+        return kept[1]->isValid() && QFile::link(kept[1]->path(), path);
+    }
+    return false;
 }
 
 } // namespace tarnwick::testing

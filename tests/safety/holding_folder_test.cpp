@@ -1,0 +1,534 @@
+#include "safety/holding_folder.h"
+
+#include "platform/fault_gate.h"
+#include "safety/store.h"
+#include "safety/store_file.h"
+#include "support/fault_loop.h"
+#include "support/other_file_system.h"
+#include "support/safety_records.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cerrno>
+
+using namespace tarnwick;
+using namespace tarnwick::testing;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QDateTime noon({2026, 11, 20}, {12, 0}, Qt::UTC);
+const QByteArray audio(200'000, 'a');
+
+QString musicIn(const QString &folder)
+{
+    return folder + u"/music/a.mp3"_s;
+}
+
+/// Where the file is whole: "place", "holding" or both; "nowhere" or "damaged" if it isn't.
+QString whereabouts(const QString &folder)
+{
+    QStringList places;
+    const QByteArray inPlace = contentOf(musicIn(folder));
+    if (inPlace == audio)
+        places << u"place"_s;
+    else if (inPlace != "(none)")
+        return u"damaged"_s;
+    for (const auto &[name, content] : treeOf(dataIn(folder, u"Holding"_s)).toStdMap()) {
+        if (!name.endsWith(u"/a.mp3"_s))
+            continue;
+        if (content != audio)
+            return u"damaged"_s;
+        places << u"holding"_s;
+    }
+    return places.isEmpty() ? u"nowhere"_s : places.join(u" and "_s);
+}
+
+QString troubleOf(const QString &folder, const QStringList &allowed)
+{
+    const QString found = whereabouts(folder);
+    return allowed.contains(found) ? QString() : found;
+}
+
+void prepareMusic(const QString &folder)
+{
+    keepDataIn(folder);
+    put(musicIn(folder), audio);
+}
+
+void prepareHeld(const QString &folder)
+{
+    prepareMusic(folder);
+    const platform::ScopedClock clock(noon);
+    HoldingFolder holding;
+    if (!holding.hold(musicIn(folder), u"test"_s))
+        qFatal("can't hold");
+}
+
+/// The music lies on another file system than the data folder.
+void prepareMusicAcross(const QString &folder)
+{
+    linkToOtherFileSystem(folder + u"/music"_s);
+    prepareMusic(folder);
+}
+
+void prepareHeldAcross(const QString &folder)
+{
+    linkToOtherFileSystem(folder + u"/music"_s);
+    prepareHeld(folder);
+}
+
+void hold(const QString &folder)
+{
+    keepDataIn(folder);
+    HoldingFolder holding;
+    (void)holding.hold(musicIn(folder), u"test"_s);
+}
+
+void giveBack(const QString &folder)
+{
+    keepDataIn(folder);
+    HoldingFolder holding;
+    if (!holding.items().isEmpty())
+        (void)holding.restore(holding.items().first().id);
+}
+
+void purgeAt(const QString &folder, const QDateTime &moment)
+{
+    keepDataIn(folder);
+    HoldingFolder().purgeExpired(moment);
+}
+
+QList<Interruption> cases()
+{
+    // Killed between the copy's arrival and the source's removal, a move leaves both.
+    const auto wholeSomewhere = [](const QString &folder) {
+        return troubleOf(folder, {u"place"_s, u"holding"_s, u"place and holding"_s});
+    };
+    return {{u"hold"_s, prepareMusic, hold, wholeSomewhere},
+            {u"give back"_s, prepareHeld, giveBack, wholeSomewhere},
+            {u"hold across file systems"_s, prepareMusicAcross, hold, wholeSomewhere},
+            {u"give back across file systems"_s, prepareHeldAcross, giveBack, wholeSomewhere},
+            {u"purge too early"_s, prepareHeld,
+             [](const QString &folder) { purgeAt(folder, noon.addDays(29)); }, wholeSomewhere},
+            {u"purge"_s, prepareHeld,
+             [](const QString &folder) { purgeAt(folder, noon.addDays(30)); },
+             [](const QString &folder) {
+                 return troubleOf(folder, {u"holding"_s, u"nowhere"_s});
+             }}};
+}
+
+} // namespace
+
+class HoldingFolderTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void startsEmptyWithoutAManifest();
+    void movesAFileIntoAFolderOfItsOwn();
+    void keepsTwoFilesOfOneNameApart();
+    void holdsForCalendarDays();
+    void failsToHoldWithoutATrace_data();
+    void failsToHoldWithoutATrace();
+    void givesAFileBack();
+    void makesTheOriginalFolderAgain();
+    void givesBackPastItsDate();
+    void doesNothingForAnUnknownId();
+    void leavesAnItemHeldWhereItsPlaceIsTaken_data();
+    void leavesAnItemHeldWhereItsPlaceIsTaken();
+    void marksAnItemWhoseFileHasGone();
+    void leavesAnItemHeldWhereItCannotLook();
+    void purgesWhatHasExpired();
+    void writesTheManifestAtEveryPurge();
+    void dropsTheRecordWhereTheFolderCannotBeRemoved();
+    void neverPurgesWhatWasRestored();
+    void removesNothingOutsideItsFolder_data();
+    void removesNothingOutsideItsFolder();
+    void countsWhatIsNotRestored();
+    void startsEmptyFromABadManifest_data();
+    void startsEmptyFromABadManifest();
+    void staysAheadOfADiskThatFails();
+    void movesAcrossFileSystems();
+    void losesNothingWhateverCallFails_data();
+    void losesNothingWhateverCallFails();
+
+private:
+    QString path(const QString &name) const { return m_folder->filePath(name); }
+    QString held(const QString &name = {}) const
+    {
+        return dataIn(m_folder->path(), u"Holding/"_s + name);
+    }
+    QByteArray manifest() const { return contentOf(held(u"manifest.json"_s)); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void HoldingFolderTest::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    keepDataIn(m_folder->path());
+    qputenv("TZ", "UTC");
+    ::tzset();
+}
+
+void HoldingFolderTest::startsEmptyWithoutAManifest()
+{
+    const HoldingFolder holding;
+    QCOMPARE(holding.items(), QList<HeldItem>());
+    QCOMPARE(holding.count(), 0);
+    QCOMPARE(holding.totalBytes(), quint64(0));
+}
+
+void HoldingFolderTest::movesAFileIntoAFolderOfItsOwn()
+{
+    const platform::ScopedClock clock(noon.addMSecs(700));
+    put(path(u"music/a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"music/a.mp3"_s), u"Duplicate"_s);
+    QVERIFY(item.has_value());
+    const HeldItem wanted = {.id = u"held-1-1795176000"_s,
+                             .originalPath = path(u"music/a.mp3"_s),
+                             .heldPath = held(u"held-1-1795176000/a.mp3"_s),
+                             .reason = u"Duplicate"_s,
+                             .date = noon,
+                             .expiresAt = noon.addDays(30),
+                             .restored = false};
+    QCOMPARE(*item, wanted);
+    QCOMPARE(holding.items(), QList<HeldItem>{wanted});
+    QCOMPARE(contentOf(wanted.heldPath), audio);
+    QCOMPARE(namesIn(path(u"music"_s)), QStringList());
+    QCOMPARE(HoldingFolder().items(), QList<HeldItem>{wanted});
+    QCOMPARE(manifest(), StoreFile::listOf({StoreFile::encoded(wanted)}));
+}
+
+void HoldingFolderTest::keepsTwoFilesOfOneNameApart()
+{
+    const platform::ScopedClock clock(noon);
+    put(path(u"one/a.mp3"_s), "one");
+    put(path(u"two/a.mp3"_s), "two");
+    HoldingFolder holding;
+    const auto one = holding.hold(path(u"one/a.mp3"_s), u"r"_s);
+    const auto two = holding.hold(path(u"two/a.mp3"_s), u"r"_s);
+    QVERIFY(one && two);
+    QCOMPARE(contentOf(one->heldPath), QByteArray("one"));
+    QCOMPARE(contentOf(two->heldPath), QByteArray("two"));
+    QCOMPARE(two->id, u"held-2-1795176000"_s);
+    QCOMPARE(holding.items(), (QList<HeldItem>{*two, *one}));
+}
+
+void HoldingFolderTest::holdsForCalendarDays()
+{
+    qputenv("TZ", "Europe/Berlin");
+    ::tzset();
+    const platform::ScopedClock clock(QDateTime({2026, 10, 10}, {12, 0}, Qt::UTC)); // 14:00 there
+    put(path(u"a.mp3"_s), audio);
+    const auto item = HoldingFolder().hold(path(u"a.mp3"_s), u"r"_s);
+    QVERIFY(item.has_value());
+    QCOMPARE(item->expiresAt, QDateTime({2026, 11, 9}, {13, 0}, Qt::UTC)); // 14:00 there
+}
+
+void HoldingFolderTest::failsToHoldWithoutATrace_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("no such file") << u"none.mp3"_s;
+    QTest::newRow("no such folder") << u"none/a.mp3"_s;
+    QTest::newRow("NUL in the path") << u"a.mp3"_s + QChar(0);
+}
+
+void HoldingFolderTest::failsToHoldWithoutATrace()
+{
+    QFETCH(QString, name);
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(name), u"r"_s);
+    QVERIFY(!item.has_value());
+    QVERIFY(item.error().message.endsWith(u"couldn't be moved: No such file or directory."_s));
+    QCOMPARE(holding.items().size(), 0);
+    QCOMPARE(namesIn(held()), QStringList());
+    QCOMPARE(contentOf(path(u"a.mp3"_s)), audio);
+}
+
+void HoldingFolderTest::givesAFileBack()
+{
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    QVERIFY(holding.restore(item->id));
+    QCOMPARE(contentOf(path(u"a.mp3"_s)), audio);
+    QVERIFY(holding.items().first().restored);
+    QCOMPARE(HoldingFolder().items(), holding.items());
+    QCOMPARE(namesIn(held(item->id)), QStringList());
+    QVERIFY(QFileInfo(held(item->id)).isDir());
+}
+
+void HoldingFolderTest::makesTheOriginalFolderAgain()
+{
+    put(path(u"gone/deep/a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"gone/deep/a.mp3"_s), u"r"_s);
+    QVERIFY(QDir(path(u"gone"_s)).removeRecursively());
+    QVERIFY(holding.restore(item->id));
+    QCOMPARE(contentOf(path(u"gone/deep/a.mp3"_s)), audio);
+}
+
+void HoldingFolderTest::givesBackPastItsDate()
+{
+    platform::ScopedClock clock(noon);
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    clock.set(noon.addDays(100));
+    QVERIFY(holding.restore(item->id));
+    QCOMPARE(contentOf(path(u"a.mp3"_s)), audio);
+}
+
+void HoldingFolderTest::doesNothingForAnUnknownId()
+{
+    HoldingFolder holding;
+    QVERIFY(holding.restore(u"held-9-9"_s));
+    QCOMPARE(namesIn(held()), QStringList());
+}
+
+void HoldingFolderTest::leavesAnItemHeldWhereItsPlaceIsTaken_data()
+{
+    QTest::addColumn<QString>("occupant");
+    for (const char *occupant : {"file", "folder", "dangling link", "file for its folder"})
+        QTest::newRow(occupant) << QString::fromLatin1(occupant);
+}
+
+void HoldingFolderTest::leavesAnItemHeldWhereItsPlaceIsTaken()
+{
+    QFETCH(QString, occupant);
+    put(path(u"music/a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"music/a.mp3"_s), u"r"_s);
+    if (occupant == u"file"_s)
+        put(path(u"music/a.mp3"_s), "new");
+    else if (occupant == u"folder"_s)
+        QDir().mkpath(path(u"music/a.mp3"_s));
+    else if (occupant == u"dangling link"_s)
+        QFile::link(u"nowhere"_s, path(u"music/a.mp3"_s));
+    else {
+        QVERIFY(QDir(m_folder->path()).rmdir(u"music"_s));
+        put(path(u"music"_s), "new");
+    }
+    const auto before = treeOf(m_folder->path());
+    QVERIFY(!holding.restore(item->id));
+    QCOMPARE(treeOf(m_folder->path()), before);
+    QVERIFY(!holding.items().first().restored);
+    QCOMPARE(contentOf(item->heldPath), audio);
+}
+
+void HoldingFolderTest::marksAnItemWhoseFileHasGone()
+{
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    QFile::remove(item->heldPath);
+    QVERIFY(holding.restore(item->id));
+    QVERIFY(HoldingFolder().items().first().restored);
+    QVERIFY(!QFileInfo::exists(path(u"a.mp3"_s)));
+}
+
+void HoldingFolderTest::leavesAnItemHeldWhereItCannotLook()
+{
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    const platform::ScopedFaults faults([](platform::FileOperation operation, const QString &) {
+        return operation == platform::FileOperation::Stat ? EIO : 0;
+    });
+    QVERIFY(!holding.restore(item->id));
+    QVERIFY(!holding.items().first().restored);
+}
+
+void HoldingFolderTest::purgesWhatHasExpired()
+{
+    platform::ScopedClock clock(noon);
+    for (const char *name : {"old.mp3", "edge.mp3", "live.mp3"})
+        put(path(QString::fromLatin1(name)), audio);
+    HoldingFolder holding;
+    const auto old = holding.hold(path(u"old.mp3"_s), u"r"_s);
+    clock.set(noon.addDays(1));
+    const auto edge = holding.hold(path(u"edge.mp3"_s), u"r"_s);
+    clock.set(noon.addDays(1).addSecs(1));
+    const auto live = holding.hold(path(u"live.mp3"_s), u"r"_s);
+    clock.set(noon.addDays(31));
+
+    HoldingFolder launched;
+    launched.purgeExpired();
+    QCOMPARE(launched.items(), QList<HeldItem>{*live});
+    QCOMPARE(HoldingFolder().items(), QList<HeldItem>{*live});
+    QCOMPARE(namesIn(held()), (QStringList{live->id, u"manifest.json"_s}));
+    QCOMPARE(contentOf(live->heldPath), audio);
+}
+
+void HoldingFolderTest::writesTheManifestAtEveryPurge()
+{
+    HoldingFolder().purgeExpired(noon);
+    QCOMPARE(manifest(), QByteArray("[]\n"));
+    put(held(u"manifest.json"_s), "damaged");
+    HoldingFolder().purgeExpired(noon);
+    QCOMPARE(manifest(), QByteArray("[]\n"));
+}
+
+void HoldingFolderTest::dropsTheRecordWhereTheFolderCannotBeRemoved()
+{
+    platform::ScopedClock clock(noon);
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    const platform::ScopedFaults faults([](platform::FileOperation operation, const QString &) {
+        return operation == platform::FileOperation::Remove ? EACCES : 0;
+    });
+    holding.purgeExpired(noon.addDays(31));
+    QCOMPARE(holding.items(), QList<HeldItem>());
+    QCOMPARE(manifest(), QByteArray("[]\n"));
+    QCOMPARE(contentOf(item->heldPath), audio);
+}
+
+void HoldingFolderTest::neverPurgesWhatWasRestored()
+{
+    platform::ScopedClock clock(noon);
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    QVERIFY(holding.restore(item->id));
+    holding.purgeExpired(noon.addYears(5));
+    QCOMPARE(holding.items().size(), 1);
+    QVERIFY(QFileInfo(held(item->id)).isDir());
+}
+
+void HoldingFolderTest::removesNothingOutsideItsFolder_data()
+{
+    QTest::addColumn<QString>("id");
+    for (const char *id : {"", ".", "..", "../..", "../../../kept", "x/../../.."})
+        QTest::addRow("'%s'", id) << QString::fromLatin1(id);
+}
+
+void HoldingFolderTest::removesNothingOutsideItsFolder()
+{
+    QFETCH(QString, id);
+    put(path(u"kept/file"_s), "kept");
+    put(held(u"other/file"_s), "kept");
+    const HeldItem bad = {.id = id,
+                          .originalPath = u"/a"_s,
+                          .heldPath = u"/b"_s,
+                          .reason = u"r"_s,
+                          .date = noon,
+                          .expiresAt = noon,
+                          .restored = false};
+    put(held(u"manifest.json"_s), StoreFile::listOf({StoreFile::encoded(bad)}));
+    HoldingFolder holding;
+    QCOMPARE(holding.items().size(), 1);
+    holding.purgeExpired(noon.addDays(1));
+    QCOMPARE(holding.items().size(), 0);
+    QCOMPARE(contentOf(path(u"kept/file"_s)), QByteArray("kept"));
+    QCOMPARE(contentOf(held(u"other/file"_s)), QByteArray("kept"));
+}
+
+void HoldingFolderTest::countsWhatIsNotRestored()
+{
+    HoldingFolder holding;
+    QList<HeldItem> items;
+    for (const char *name : {"a", "bb", "ccc"}) {
+        put(path(QString::fromLatin1(name)), name);
+        items << *holding.hold(path(QString::fromLatin1(name)), u"r"_s);
+    }
+    QVERIFY(holding.restore(items.at(1).id));
+    QCOMPARE(holding.count(), 2);
+    QCOMPARE(holding.activeItems(), (QList<HeldItem>{items.at(2), items.at(0)}));
+    QCOMPARE(holding.totalBytes(), quint64(4));
+    QFile::remove(items.at(2).heldPath);
+    QCOMPARE(holding.totalBytes(), quint64(1));
+    QCOMPARE(HoldingFolder().items().size(), 3);
+}
+
+void HoldingFolderTest::startsEmptyFromABadManifest_data()
+{
+    QTest::addColumn<QByteArray>("bad");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("no JSON") << QByteArray("held");
+    QTest::newRow("an object") << QByteArray("{}");
+    QTest::newRow("a record without fields") << QByteArray("[{}]");
+}
+
+void HoldingFolderTest::startsEmptyFromABadManifest()
+{
+    QFETCH(QByteArray, bad);
+    put(held(u"manifest.json"_s), bad);
+    put(held(u"held-1-1/a.mp3"_s), audio);
+    put(path(u"b.mp3"_s), audio);
+    HoldingFolder holding;
+    QCOMPARE(holding.items().size(), 0);
+    QCOMPARE(manifest(), bad);
+    const auto item = holding.hold(path(u"b.mp3"_s), u"r"_s);
+    QVERIFY(item->id.startsWith(u"held-1-"_s));
+    QCOMPARE(HoldingFolder().items(), QList<HeldItem>{*item});
+    QCOMPARE(contentOf(held(u"held-1-1/a.mp3"_s)), audio);
+}
+
+void HoldingFolderTest::staysAheadOfADiskThatFails()
+{
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    {
+        const platform::ScopedFaults faults(
+            [](platform::FileOperation operation, const QString &asked) {
+                const bool isManifest = asked.endsWith(u"manifest.json"_s);
+                return isManifest && operation == platform::FileOperation::Write ? ENOSPC : 0;
+            });
+        QVERIFY(holding.hold(path(u"a.mp3"_s), u"r"_s));
+    }
+    QCOMPARE(holding.items().size(), 1);
+    QCOMPARE(HoldingFolder().items().size(), 0);
+    QVERIFY(holding.restore(holding.items().first().id));
+    QCOMPARE(HoldingFolder().items(), holding.items());
+}
+
+void HoldingFolderTest::movesAcrossFileSystems()
+{
+    if (!linkToOtherFileSystem(path(u"music"_s)))
+        QSKIP("no second file system");
+    put(musicIn(m_folder->path()), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(musicIn(m_folder->path()), u"r"_s);
+    QVERIFY(item.has_value());
+    QCOMPARE(whereabouts(m_folder->path()), u"holding"_s);
+    QVERIFY(holding.restore(item->id));
+    QCOMPARE(whereabouts(m_folder->path()), u"place"_s);
+}
+
+void HoldingFolderTest::losesNothingWhateverCallFails_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("leastCalls");
+    QTest::addColumn<bool>("isAcross");
+    QTest::newRow("hold") << 0 << 7 << false;
+    QTest::newRow("give back") << 1 << 7 << false;
+    QTest::newRow("hold across file systems") << 2 << 20 << true;
+    QTest::newRow("give back across file systems") << 3 << 20 << true;
+    QTest::newRow("purge too early") << 4 << 5 << false;
+    QTest::newRow("purge") << 5 << 9 << false;
+}
+
+void HoldingFolderTest::losesNothingWhateverCallFails()
+{
+    QFETCH(int, index);
+    QFETCH(int, leastCalls);
+    QFETCH(bool, isAcross);
+    if (isAcross && !linkToOtherFileSystem(path(u"music"_s)))
+        QSKIP("no second file system");
+    const Interruption what = cases().at(index);
+    for (const FaultReport &report :
+         {failAtEachCall(what, EIO), failAtEachCall(what, ENOSPC), killAtEachCall(what)}) {
+        QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
+        QVERIFY2(report.calls >= leastCalls, qPrintable(QString::number(report.calls)));
+    }
+}
+
+TARNWICK_FAULT_LOOP_MAIN(HoldingFolderTest, cases)
+#include "holding_folder_test.moc"
