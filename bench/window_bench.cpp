@@ -5,7 +5,6 @@
 #include "support/library_on_disk.h"
 #include "tarnwick/main_window.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QProcess>
@@ -107,7 +106,6 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
-    qputenv("XDG_RUNTIME_DIR", QDir::tempPath().toUtf8());
     QGuiApplication application(argc, argv);
     if (application.arguments().contains(u"--bare"_s))
         std::_Exit(showBareWindow());
