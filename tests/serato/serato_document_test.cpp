@@ -45,6 +45,7 @@ class SeratoDocumentTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void relinkOfTheFormatPageTouchesTwoFields();
     void unchangedDocumentIsTheFileByteForByte_data();
     void unchangedDocumentIsTheFileByteForByte();
     void damageIsLostOnWrite_data();
@@ -77,6 +78,35 @@ private Q_SLOTS:
     void failedWriteLeavesTheOldFile();
     void randomEditsTouchNothingElse();
 };
+
+void SeratoDocumentTest::relinkOfTheFormatPageTouchesTwoFields()
+{
+    const QByteArray before = hex("6f74726b" // otrk
+                                  "0000001c"
+                                  "756e6b77" // uknw
+                                  "00000002"
+                                  "dead"
+                                  "7066696c" // pfil
+                                  "0000000a"
+                                  "0061 002e 006d 0070 0033"); // "a.mp3"
+    const QByteArray after = hex("6f74726b"                    // otrk
+                                 "00000029"
+                                 "756e6b77" // uknw
+                                 "00000002"
+                                 "dead"
+                                 "7066696c" // pfil
+                                 "0000000e"
+                                 "0062 002f 0063 002e 006d 0070 0033" // "b/c.mp3"
+                                 "626d6973"                           // bmis
+                                 "00000001"
+                                 "00");
+    const TestFolder folder;
+    const QString file = folder.write(u"database V2"_s, before);
+    auto document = SeratoDocument::read(file);
+    QVERIFY(document && document->relink(u"/a.mp3"_s, u"b/c.mp3"_s));
+    QVERIFY(document->write(file));
+    QCOMPARE(folder.read(u"database V2"_s), after);
+}
 
 void SeratoDocumentTest::unchangedDocumentIsTheFileByteForByte_data()
 {

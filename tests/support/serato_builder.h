@@ -62,6 +62,11 @@ inline QByteArray databaseVersion()
     return textRecord("vrsn", u"2.0/Serato Scratch LIVE Database");
 }
 
+inline QByteArray crateVersion()
+{
+    return textRecord("vrsn", u"1.0/Serato ScratchLive Crate");
+}
+
 inline QByteArray crateEntry(QStringView path)
 {
     return trackRecord({textRecord("ptrk", path)});
