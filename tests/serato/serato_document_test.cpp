@@ -64,6 +64,7 @@ private Q_SLOTS:
     void relinkStoresThePathAsItIsGiven();
     void revertRelinkSetsTheFlag();
     void firstOfSeveralTracksWithAPathIsMeant();
+    void firstOfSeveralPathsInATrackIsMeant();
     void removeTrackTwiceRemovesBoth();
     void insertAppendsBehindAllRecords();
     void insertRefusesAPathThatIsThere_data();
@@ -333,6 +334,16 @@ void SeratoDocumentTest::firstOfSeveralTracksWithAPathIsMeant()
     };
     QCOMPARE(edited(unknownRecord + twin + twin, relink),
              unknownRecord + track(u"b.mp3", {flagRecord("bmis", false)}) + twin);
+}
+
+void SeratoDocumentTest::firstOfSeveralPathsInATrackIsMeant()
+{
+    SeratoDocument document =
+        SeratoDocument::fromBytes(track(u"first.mp3", {textRecord("pfil", u"second.mp3")}));
+    QCOMPARE(document.trackIndex(u"second.mp3"_s), std::nullopt);
+    QVERIFY(document.relink(u"first.mp3"_s, u"new.mp3"_s));
+    QCOMPARE(document.serialize(),
+             track(u"new.mp3", {textRecord("pfil", u"second.mp3"), flagRecord("bmis", false)}));
 }
 
 void SeratoDocumentTest::removeTrackTwiceRemovesBoth()
