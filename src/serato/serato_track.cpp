@@ -4,6 +4,8 @@
 #include "foundation/paths.h"
 #include "foundation/text.h"
 
+#include <QStringBuilder>
+
 #include <algorithm>
 #include <limits>
 
@@ -52,7 +54,7 @@ bool holdsText(const QString &text)
 
 QString SeratoTrack::absolutePath() const
 {
-    return relativePath.startsWith(u'/') ? relativePath : u'/' + relativePath;
+    return relativePath.startsWith(u'/') ? relativePath : u'/' % relativePath;
 }
 
 QUrl SeratoTrack::fileUrl() const

@@ -4,7 +4,9 @@
 
 #include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
+#include <random>
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
@@ -19,6 +21,7 @@ private Q_SLOTS:
     void leavesTheExactPercentageToBeTruncated();
     void parsesADoubleOverItsWholeLength_data();
     void parsesADoubleOverItsWholeLength();
+    void parsesDecimalsAsTheCLibraryDoes();
     void refusesWhatIsNoDoubleAsAWhole_data();
     void refusesWhatIsNoDoubleAsAWhole();
     void takesNoTempoThatIsNotFinite_data();
@@ -98,6 +101,21 @@ void NumbersTest::parsesADoubleOverItsWholeLength()
     QVERIFY(parseDouble(QByteArrayView(text.toLatin1())).has_value());
 }
 
+void NumbersTest::parsesDecimalsAsTheCLibraryDoes()
+{
+    std::mt19937_64 random(5);
+    std::setlocale(LC_ALL, "C");
+    for (int round = 0; round < 20'000; ++round) {
+        // One to eighteen digits, the point at any place or none.
+        QByteArray text = QByteArray::number(quint64(random() % 1'000'000'000'000'000'000));
+        text.truncate(1 + qsizetype(random() % 18));
+        if (const auto point = qsizetype(random() % 20); point <= text.size())
+            text.insert(point, '.');
+        const std::optional<double> value = parseDouble(QString::fromLatin1(text));
+        QVERIFY2(value == std::strtod(text.constData(), nullptr), text.constData());
+    }
+}
+
 void NumbersTest::refusesWhatIsNoDoubleAsAWhole_data()
 {
     QTest::addColumn<QString>("text");
@@ -109,6 +127,8 @@ void NumbersTest::refusesWhatIsNoDoubleAsAWhole_data()
     QTest::newRow("a unit behind") << u"1 dB"_s;
     QTest::newRow("a decimal comma") << u"1,5"_s;
     QTest::newRow("letters") << u"abc"_s;
+    QTest::newRow("a point alone") << u"."_s;
+    QTest::newRow("two points") << u"1.2.3"_s;
     QTest::newRow("a sign alone") << u"-"_s;
     QTest::newRow("an exponent without digits") << u"1e"_s;
     QTest::newRow("hexadecimal without digits") << u"0x"_s;
@@ -156,6 +176,9 @@ void NumbersTest::parsesWholeNumbers_data()
     row("minus", u"-5"_s, -5);
     row("largest", u"9223372036854775807"_s, std::numeric_limits<qint64>::max());
     row("smallest", u"-9223372036854775808"_s, std::numeric_limits<qint64>::min());
+    row("eighteen digits", u"-999999999999999999"_s, -999'999'999'999'999'999);
+    row("nineteen digits", u"1000000000000000000"_s, 1'000'000'000'000'000'000);
+    row("many zeros ahead", u"00000000000000000000005"_s, 5);
     row("one past the largest", u"9223372036854775808"_s, std::nullopt);
     row("empty", u""_s, std::nullopt);
     row("sign alone", u"-"_s, std::nullopt);
