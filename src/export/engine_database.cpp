@@ -30,6 +30,10 @@ constexpr char schema[] =
     "CREATE INDEX idx_track_path ON Track(path);\n"
     "CREATE INDEX idx_entity_list ON PlaylistEntity(listId);";
 
+// In KiB: enough for the pages of a hundred thousand tracks, so that none is written twice. The
+// index of the paths touches them in no order.
+constexpr char cacheSize[] = "PRAGMA cache_size=-65536;";
+
 constexpr char trackInsert[] =
     "INSERT INTO Track (id, path, filename, title, artist, album, genre, length, bpm, bitrate, "
     "fileType, isAvailable, isAnalyzed) VALUES (?,?,?,?,?,?,?,?,?,?,?,1,1);";
@@ -68,14 +72,19 @@ EngineResult<EngineDatabase> EngineDatabase::create(const QString &path)
 
 EngineResult<void> EngineDatabase::begin()
 {
-    return exec(schema)
+    return exec(cacheSize)
+        .and_then([this] { return exec(schema); })
         .and_then([this] { return exec("BEGIN;"); })
-        .and_then([this] {
-            return exec("INSERT INTO Information (id, uuid, schemaVersionMajor, "
-                        "schemaVersionMinor, schemaVersionPatch) VALUES (1, '" +
-                        freshUuid() + "', 2, 20, 1);");
-        })
+        .and_then([this] { return addInformation(); })
         .and_then([this] { return prepareTracks(); });
+}
+
+EngineResult<void> EngineDatabase::addInformation()
+{
+    const QByteArray sql = "INSERT INTO Information (id, uuid, schemaVersionMajor, "
+                           "schemaVersionMinor, schemaVersionPatch) VALUES (1, '" +
+                           freshUuid() + "', 2, 20, 1);";
+    return exec(sql.constData());
 }
 
 EngineResult<void> EngineDatabase::prepareTracks()
@@ -91,11 +100,9 @@ EngineResult<void> EngineDatabase::prepareTracks()
 EngineResult<void> EngineDatabase::addTrack(int id, const SeratoTrack &track)
 {
     sqlite3_stmt *statement = m_trackInsert.get();
-    const QString path = track.absolutePath();
     sqlite3_reset(statement);
     sqlite3_bind_int64(statement, Id, id);
-    bindText(Path, path);
-    bindText(FileName, lastPathComponent(path));
+    bindPath(track.absolutePath());
     bindText(Title, track.displayTitle());
     bindText(Artist, track.displayArtist());
     bindText(Album, track.album);
@@ -111,22 +118,32 @@ EngineResult<void> EngineDatabase::addTrack(int id, const SeratoTrack &track)
 
 EngineResult<void> EngineDatabase::addPlaylist(int listId, const QString &title)
 {
-    return exec("INSERT INTO Playlist (id, title, parentListId) VALUES (" +
-                QByteArray::number(listId) + ", '" + title.toUtf8().replace("'", "''") + "', 0);");
+    const QByteArray quoted = title.toUtf8().replace("'", "''");
+    const QByteArray sql = "INSERT INTO Playlist (id, title, parentListId) VALUES (" +
+                           QByteArray::number(listId) + ", '" + quoted + "', 0);";
+    return exec(sql.constData());
 }
 
 EngineResult<void> EngineDatabase::addEntry(int listId, int trackId, int place)
 {
-    return exec("INSERT INTO PlaylistEntity (listId, trackId, databaseUuid, nextEntityId, "
-                "membershipReference) VALUES (" +
-                QByteArray::number(listId) + ", " + QByteArray::number(trackId) + ", '', 0, " +
-                QByteArray::number(place) + ");");
+    m_text.clear();
+    m_text.add("INSERT INTO PlaylistEntity (listId, trackId, databaseUuid, nextEntityId, "
+               "membershipReference) VALUES (");
+    m_text.addNumber(listId);
+    m_text.add(", ");
+    m_text.addNumber(trackId);
+    m_text.add(", '', 0, ");
+    m_text.addNumber(place);
+    m_text.add(");");
+    m_text.add('\0');
+    return exec(m_text.view().data());
 }
 
-EngineResult<void> EngineDatabase::exec(const QByteArray &sql)
+/// `sql` ends in NUL.
+EngineResult<void> EngineDatabase::exec(const char *sql)
 {
     char *words = nullptr;
-    if (sqlite3_exec(m_connection.get(), sql.constData(), nullptr, nullptr, &words) == SQLITE_OK)
+    if (sqlite3_exec(m_connection.get(), sql, nullptr, nullptr, &words) == SQLITE_OK)
         return {};
     const EngineError error{EngineError::Kind::Exec,
                             words ? QString::fromUtf8(words) : u"unknown"_s};
@@ -134,11 +151,28 @@ EngineResult<void> EngineDatabase::exec(const QByteArray &sql)
     return tl::unexpected(error);
 }
 
+void EngineDatabase::bindPath(const QString &path)
+{
+    bindText(Path, path);
+    const QByteArrayView bound = m_text.view().chopped(1);
+    if (bound.endsWith('/'))
+        bindText(FileName, lastPathComponent(path));
+    else // what follows the last slash of the text just bound, its NUL included
+        bindUtf8(FileName, bound.data() + bound.lastIndexOf('/') + 1);
+}
+
 void EngineDatabase::bindText(int parameter, QStringView text)
 {
-    m_text.resize(m_encoder.requiredSpace(text.size()) + 1);
-    *m_encoder.appendToBuffer(m_text.data(), text) = '\0';
-    sqlite3_bind_text(m_trackInsert.get(), parameter, m_text.constData(), -1, SQLITE_TRANSIENT);
+    m_text.clear();
+    m_text.addText(text);
+    m_text.add('\0');
+    bindUtf8(parameter, m_text.view().data());
+}
+
+void EngineDatabase::bindUtf8(int parameter, const char *text)
+{
+    // SQLite takes a copy of its own.
+    sqlite3_bind_text(m_trackInsert.get(), parameter, text, -1, SQLITE_TRANSIENT);
 }
 
 EngineError EngineDatabase::lastError() const

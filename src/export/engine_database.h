@@ -2,10 +2,8 @@
 
 #include "export/engine_error.h"
 #include "export/sqlite_handles.h"
+#include "export/utf8_text.h"
 #include "serato/serato_track.h"
-
-#include <QByteArray>
-#include <QStringEncoder>
 
 namespace tarnwick::EngineExporter {
 
@@ -31,15 +29,17 @@ private:
     {}
 
     EngineResult<void> begin();
+    EngineResult<void> addInformation();
     EngineResult<void> prepareTracks();
-    EngineResult<void> exec(const QByteArray &sql);
+    EngineResult<void> exec(const char *sql);
+    void bindPath(const QString &path);
     void bindText(int parameter, QStringView text);
+    void bindUtf8(int parameter, const char *text);
     EngineError lastError() const;
 
     SqliteConnection m_connection;
     SqliteStatement m_trackInsert;
-    QStringEncoder m_encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
-    QByteArray m_text; ///< the latest text bound, in UTF-8 with a NUL behind it
+    Utf8Text m_text; ///< the latest text bound or run, with a NUL behind it
 };
 
 } // namespace tarnwick::EngineExporter

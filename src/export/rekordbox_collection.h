@@ -1,8 +1,8 @@
 #pragma once
 
+#include "export/utf8_text.h"
 #include "serato/serato_track.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <vector>
@@ -15,7 +15,7 @@ namespace tarnwick {
 class RekordboxCollection
 {
 public:
-    QByteArrayView text() const { return m_out; }
+    QByteArrayView text() const { return m_out.view(); }
 
     void begin(int trackCount);
     /// `number` is what playlists call the track by.
@@ -25,14 +25,19 @@ public:
     void end();
 
 private:
+    void readTempo(const QString &bpm);
+    void addKind(const QString &fileType);
     void addText(QByteArrayView start, QStringView text);
     void addTextIfAny(QByteArrayView start, QStringView text);
     void addNumber(QByteArrayView start, qint64 number);
     void addNumberIfAny(QByteArrayView start, qint64 number);
-    void addTempo(QByteArrayView start, double tempo);
-    void endTrack(double tempo);
+    void addTempoIfAny(QByteArrayView start);
+    void endTrack();
 
-    QByteArray m_out;
+    Utf8Text m_out;
+    Utf8Text m_tempo;   ///< of the latest track, in words; empty for none
+    QString m_fileType; ///< of the latest track
+    Utf8Text m_kind;    ///< what is written for it
 };
 
 } // namespace tarnwick

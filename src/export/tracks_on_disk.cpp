@@ -1,16 +1,28 @@
 #include "export/tracks_on_disk.h"
 
-#include <QHash>
-
 #include <bit>
+#include <cstring>
 
 namespace tarnwick {
 
 namespace {
 
+/// Takes four code units at a time: paths are long.
 quint32 hashOf(QStringView path)
 {
-    return quint32(qHash(path, size_t(0)));
+    constexpr quint64 factor = 0x9E3779B97F4A7C15;
+    constexpr qsizetype step = 4;
+    quint64 hash = quint64(path.size());
+    const auto mix = [&hash](const QChar *units, qsizetype count) {
+        quint64 chunk = 0;
+        std::memcpy(&chunk, units, size_t(count) * sizeof(QChar));
+        hash = (hash ^ chunk) * factor;
+        hash ^= hash >> 32;
+    };
+    for (; path.size() > step; path = path.sliced(step))
+        mix(path.data(), step);
+    mix(path.data(), path.size());
+    return quint32(hash);
 }
 
 } // namespace
@@ -24,14 +36,14 @@ QStringView keyOf(const SeratoTrack &track)
 TracksOnDisk::TracksOnDisk(const std::vector<ScannedTrack> &tracks)
 {
     m_tracks.reserve(tracks.size());
-    for (const ScannedTrack &scanned : tracks) {
-        if (scanned.existsOnDisk)
-            m_tracks.push_back(&scanned.track);
-    }
     // Never more than half full, so that a free place ends every search.
-    m_slots.resize(std::bit_ceil(2 * m_tracks.size() + 1));
-    for (int number = 1; number <= count(); ++number)
-        insert(number);
+    m_slots.resize(std::bit_ceil(2 * tracks.size() + 1));
+    for (const ScannedTrack &scanned : tracks) {
+        if (!scanned.existsOnDisk)
+            continue;
+        m_tracks.push_back(&scanned.track);
+        insert(count());
+    }
 }
 
 int TracksOnDisk::numberOf(QStringView path) const

@@ -2,8 +2,7 @@
 
 #include <QTest>
 
-#include <cfloat>
-#include <clocale>
+#include <limits>
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
@@ -22,10 +21,6 @@ private Q_SLOTS:
     void readsBackEveryPathThatItEncodes();
     void readsALength_data();
     void readsALength();
-    void writesTwoDecimals_data();
-    void writesTwoDecimals();
-    void writesAPointInEveryLocale();
-    void appendsToADocument();
 };
 
 void ExportUtilTest::escapesForXml_data()
@@ -155,49 +150,6 @@ void ExportUtilTest::readsALength()
 {
     QFETCH(QString, text);
     QTEST(ExportUtil::seconds(text), "seconds");
-}
-
-void ExportUtilTest::writesTwoDecimals_data()
-{
-    QTest::addColumn<double>("number");
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("whole") << 128.0 << QByteArray("128.00");
-    QTest::newRow("below a hundredth") << 0.001 << QByteArray("0.00");
-    QTest::newRow("rounded up") << 99.999 << QByteArray("100.00");
-    QTest::newRow("a half, to even") << 0.125 << QByteArray("0.12");
-    QTest::newRow("above a half") << 0.375 << QByteArray("0.38");
-    QTest::newRow("the double below 1.005") << 1.005 << QByteArray("1.00");
-    QTest::newRow("the largest") << DBL_MAX << QByteArray::number(DBL_MAX, 'f', 2);
-}
-
-void ExportUtilTest::writesTwoDecimals()
-{
-    QFETCH(double, number);
-    QByteArray out;
-    ExportUtil::appendTwoDecimals(out, number);
-    QTEST(out, "text");
-}
-
-void ExportUtilTest::writesAPointInEveryLocale()
-{
-    for (const char *locale : {"de_DE.UTF-8", "fr_FR.UTF-8", "C"}) {
-        if (!std::setlocale(LC_ALL, locale))
-            continue;
-        QByteArray out;
-        ExportUtil::appendTwoDecimals(out, 174.5);
-        ExportUtil::appendNumber(out, 1234567);
-        QCOMPARE(out, QByteArray("174.501234567"));
-    }
-}
-
-void ExportUtilTest::appendsToADocument()
-{
-    QByteArray out = "<";
-    ExportUtil::appendXml(out, u"é&");
-    ExportUtil::appendFileUrl(out, u"/ ");
-    ExportUtil::appendNumber(out, -7);
-    ExportUtil::appendTwoDecimals(out, 2);
-    QCOMPARE(out, QByteArray("<é&amp;file://localhost/%20-72.00"));
 }
 
 QTEST_APPLESS_MAIN(ExportUtilTest)
