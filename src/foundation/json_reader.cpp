@@ -261,13 +261,17 @@ bool JsonReader::text(QString &out)
     QByteArray bytes;
     if (!utf8(bytes))
         return false;
+    out = toText(bytes);
+    return true;
+}
+
+QString JsonReader::toText(QByteArrayView utf8)
+{
     // The conversion would take a mark at the start for one that tells the encoding.
     constexpr QByteArrayView mark("\xEF\xBB\xBF");
-    const bool hasMark = bytes.startsWith(mark);
-    out = QString::fromUtf8(hasMark ? bytes.sliced(mark.size()) : bytes);
-    if (hasMark)
-        out.prepend(QChar(QChar::ByteOrderMark));
-    return true;
+    if (!utf8.startsWith(mark))
+        return QString::fromUtf8(utf8);
+    return QChar(QChar::ByteOrderMark) + QString::fromUtf8(utf8.sliced(mark.size()));
 }
 
 bool JsonReader::unescape(QByteArrayView encoded, QByteArray &out)

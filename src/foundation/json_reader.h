@@ -50,6 +50,8 @@ public:
     }
 
     bool text(QString &out);
+    /// The text of valid UTF-8, as keys are given.
+    static QString toText(QByteArrayView utf8);
     /// The same in UTF-8. Shares the reader's bytes where the text holds no escape.
     bool utf8(QByteArray &out);
     /// A number whose value is whole and fits; "5.0" is 5.

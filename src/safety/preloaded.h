@@ -33,8 +33,12 @@ public:
     /// True if nobody would have to wait.
     bool isReady() const
     {
-        return m_value.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+        return !m_value.valid() ||
+               m_value.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
     }
+
+    /// Lets the value go: it must not be asked for any more. Copies keep theirs.
+    void release() { m_value = {}; }
 
 private:
     std::shared_future<std::shared_ptr<T>> m_value;

@@ -192,6 +192,7 @@ void JsonReaderTest::readsTexts()
     QByteArray bytes;
     QVERIFY(JsonReader(encoded).utf8(bytes));
     QCOMPARE(bytes, text.toUtf8());
+    QCOMPARE(JsonReader::toText(bytes), text);
 }
 
 void JsonReaderTest::sharesItsBytesWhereNothingIsEscaped()

@@ -65,6 +65,7 @@ private Q_SLOTS:
     void joinsItsParts_data();
     void joinsItsParts();
     void takesOverModeOwnerAndExtendedAttributes();
+    void showsTheNewBytesToNobodyElse();
     void leavesALinkALink_data();
     void leavesALinkALink();
     void makesWhatADanglingLinkPointsTo();
@@ -92,6 +93,7 @@ private:
 void AtomicReplaceTest::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
+    ::umask(022);
 }
 
 void AtomicReplaceTest::replacesAFileAndLeavesNothingBeside()
@@ -104,7 +106,6 @@ void AtomicReplaceTest::replacesAFileAndLeavesNothingBeside()
 
 void AtomicReplaceTest::makesAFileThatIsNotThereYet()
 {
-    ::umask(022);
     QVERIFY(replaceFile(path(u"new.crate"_s), QByteArrayView("crate")));
     QCOMPARE(contentOf(path(u"new.crate"_s)), QByteArray("crate"));
     QCOMPARE(modeOf(path(u"new.crate"_s)), 0644);
@@ -151,6 +152,21 @@ void AtomicReplaceTest::takesOverModeOwnerAndExtendedAttributes()
     char value[16];
     QCOMPARE(::getxattr(name.constData(), "user.tags", value, sizeof value), 3);
     QCOMPARE(QByteArray(value, 3), QByteArray("red"));
+}
+
+/// Until the target's own mode is set, also where that is less strict.
+void AtomicReplaceTest::showsTheNewBytesToNobodyElse()
+{
+    put(targetIn(m_folder->path()), oldBytes);
+    int mode = 0;
+    const ScopedFaults faults([&](FileOperation operation, const QString &asked) {
+        if (operation == FileOperation::Write)
+            mode = modeOf(asked);
+        return 0;
+    });
+    QVERIFY(replaceFile(targetIn(m_folder->path()), newBytes));
+    QCOMPARE(mode, 0600);
+    QCOMPARE(modeOf(targetIn(m_folder->path())), 0644);
 }
 
 void AtomicReplaceTest::leavesALinkALink_data()

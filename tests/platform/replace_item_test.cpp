@@ -79,6 +79,7 @@ private Q_SLOTS:
     void replacesEveryKindByEveryKind();
     void replacesWherePlacesCannotBeChanged_data() { replacesEveryKindByEveryKind_data(); }
     void replacesWherePlacesCannotBeChanged();
+    void bringsTheOldOneBackWhereTheNewCannotCome();
     void leavesOldOrNewWhateverCallFails_data() { replacesEveryKindByEveryKind_data(); }
     void leavesOldOrNewWhateverCallFails();
     void leavesNothingBehindAFailure();
@@ -118,6 +119,24 @@ void ReplaceItemTest::replacesWherePlacesCannotBeChanged()
     what.act(folder.path());
     const QString wanted = changesPlaces ? u"snapshot"_s : u"twin"_s;
     QCOMPARE(treeOf(folder.filePath(u"library"_s)), treeOf(folder.filePath(wanted)));
+}
+
+void ReplaceItemTest::bringsTheOldOneBackWhereTheNewCannotCome()
+{
+    QTemporaryDir folder;
+    make(folder.filePath(u"snapshot/item"_s), u"folder"_s, "new");
+    make(folder.filePath(u"library/item"_s), u"folder"_s, "old");
+    const auto before = treeOf(folder.path());
+    int renames = 0;
+    const ScopedFaults faults([&renames](FileOperation operation, const QString &) {
+        if (operation != FileOperation::Rename)
+            return 0;
+        ++renames; // places can't be changed; the old one steps aside; the new one can't come
+        return renames == 1 ? EINVAL : renames == 3 ? EIO : 0;
+    });
+    QVERIFY(!replaceItem(folder.filePath(u"snapshot/item"_s), folder.filePath(u"library/item"_s)));
+    QCOMPARE(renames, 4);
+    QCOMPARE(treeOf(folder.path()), before);
 }
 
 void ReplaceItemTest::leavesOldOrNewWhateverCallFails()
