@@ -20,9 +20,13 @@ constexpr std::chrono::milliseconds toastLife{4200};
 AppState::AppState(Environment environment, QObject *parent)
     : QObject(parent)
     , m_environment(environment)
-    , m_locations(SeratoLibrary::discover())
-    , m_seratoRunning(SeratoLibrary::isSeratoRunning())
 {
+    // Held files that have expired go before anything else is looked at.
+    m_holding.purgeExpired();
+    syncSafety();
+    syncSafetyOnceLoaded();
+    m_locations = SeratoLibrary::discover();
+    m_seratoRunning = SeratoLibrary::isSeratoRunning();
     if (environmentValue("TARNWICK_AUTOSCAN") != u"1"_s)
         return;
     if (const auto location = defaultLocation())
@@ -96,6 +100,12 @@ void AppState::setPhase(Phase phase)
         return;
     m_phase = std::move(phase);
     Q_EMIT phaseChanged();
+}
+
+void AppState::setBusy(const std::optional<QString> &label)
+{
+    m_busy = label;
+    Q_EMIT busyChanged();
 }
 
 void AppState::libraryHasChanged(std::shared_ptr<const Derived> derived)

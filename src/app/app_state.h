@@ -7,6 +7,10 @@
 #include "foundation/result.h"
 #include "foundation/screen.h"
 #include "platform/background.h"
+#include "safety/change_log.h"
+#include "safety/cue_vault.h"
+#include "safety/holding_folder.h"
+#include "safety/snapshot.h"
 #include "serato/serato_library.h"
 
 #include <QList>
@@ -46,6 +50,18 @@ public:
     /// As last looked at: when this object was made, and when the window appeared.
     bool isSeratoRunning() const { return m_seratoRunning; }
     const std::optional<Toast> &toast() const { return m_toast; }
+    /// Newest first. Empty until the log has been read, a moment after the launch; the same holds
+    /// for `cueProtected`.
+    QList<ChangeEntry> changeEntries() const;
+    const ChangeLog &changeLog() const { return m_changeLog; }
+    const HoldingFolder &holding() const { return m_holding; }
+    const QList<HeldItem> &heldItems() const { return m_holding.items(); }
+    /// Newest first, as last looked at.
+    const QList<Snapshot> &snapshots() const { return m_snapshots; }
+    /// How many tracks the cue vault protects.
+    int cueProtected() const { return m_cueProtected; }
+    /// What a long command that is under way is called; nothing while none is.
+    const std::optional<QString> &busy() const { return m_busy; }
     /// Duplicate groups that the user called none; forgotten with the process.
     const QSet<QString> &ignoredDupeKeys() const { return m_ignoredDupeKeys; }
 
@@ -67,6 +83,9 @@ public:
                    LibraryScanner::ReadTags readTags = LibraryScanner::ReadTags::Yes);
     /// Scans the present library again, else the default one; nothing where there is neither.
     void rescan();
+    /// Copies what can change of the library, in the background. Needs no closed Serato.
+    void takeSnapshot(const QString &reason);
+
     /// Shows a message for 4.2 seconds, in the place of the one on show.
     void showToast(const QString &message, Reversible reversible = Reversible::No);
 
@@ -80,6 +99,8 @@ Q_SIGNALS:
     void selectionChanged();
     void seratoRunningChanged();
     void toastChanged();
+    void busyChanged();
+    void safetyChanged(); ///< snapshots, change log, holding folder or cue vault
     /// One for each toast, also where two follow each other within one turn of the event loop.
     void toastRaised(const tarnwick::Toast &toast);
     /// Every report of a running scan, in order.
@@ -100,9 +121,16 @@ private:
     };
 
     void setPhase(Phase phase);
+    void setBusy(const std::optional<QString> &label);
     /// To be called after each change of the result or of the ignored keys. `derived` are the new
     /// figures, where they are known already.
     void libraryHasChanged(std::shared_ptr<const Derived> derived = nullptr);
+    /// Brings what the views see of the stores up to date.
+    void syncSafety();
+    void syncSafetyOnceLoaded();
+    void captureCueVault();
+    void didSnapshot(const Snapshot &snapshot);
+
     void updateProgress(const ScanProgress &progress);
     void finishScan(FinishedScan scan);
     void failScan(const Failure &reason);
@@ -128,6 +156,12 @@ private:
     Screen m_selection = Screen::LibraryScore;
     bool m_seratoRunning = false;
     std::optional<Toast> m_toast;
+    ChangeLog m_changeLog;
+    HoldingFolder m_holding;
+    const std::shared_ptr<CueVault> m_cueVault = std::make_shared<CueVault>();
+    QList<Snapshot> m_snapshots;
+    int m_cueProtected = 0;
+    std::optional<QString> m_busy;
     QSet<QString> m_ignoredDupeKeys;
 
     mutable std::shared_ptr<const Derived> m_derived;

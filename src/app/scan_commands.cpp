@@ -55,6 +55,7 @@ void AppState::finishScan(FinishedScan scan)
     libraryHasChanged(scan.ignoredDupeKeys == m_ignoredDupeKeys ? scan.derived : nullptr);
     setPhase(Ready{});
     setSelection(Screen::LibraryScore);
+    captureCueVault();
     applyEnvironmentAfterScan();
     Q_EMIT scanFinished();
 }
@@ -66,6 +67,8 @@ void AppState::applyEnvironmentAfterScan()
         if (const auto screen = screenFromRawValue(*wanted))
             setSelection(*screen);
     }
+    if (environmentValue("TARNWICK_SNAPSHOT") == u"1"_s)
+        takeSnapshot(u"First snapshot"_s);
 }
 
 void AppState::failScan(const Failure &reason)
