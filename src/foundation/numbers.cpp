@@ -118,4 +118,12 @@ std::optional<qint64> parseWhole(QStringView text)
     return text.front() == u'-' ? -value : value;
 }
 
+QByteArray twoDecimals(double number)
+{
+    char digits[352]; // the largest double has 309 digits ahead of its point
+    const auto written =
+        std::to_chars(std::begin(digits), std::end(digits), number, std::chars_format::fixed, 2);
+    return QByteArray(digits, written.ptr - digits);
+}
+
 } // namespace tarnwick
