@@ -2,15 +2,22 @@ import QtQuick
 import Tarnwick.Components
 
 /// Shows which control has the keyboard: a line around its parent.
-Rectangle {
+Item {
+    id: ring
+
     property real corner: Theme.radius.control
-    /// How far outside the control the ring lies; negative inside.
+    /// How far outside the control the ring reaches; negative inside.
     property real gap: 2
+    property color color: Theme.focusRing
 
     anchors.fill: parent
-    anchors.margins: -gap
-    radius: Math.min(corner + gap, height / 2)
-    color: "transparent"
-    border.width: 2
-    border.color: Theme.focusRing
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -ring.gap
+        radius: Math.min(ring.corner + ring.gap, height / 2)
+        color: "transparent"
+        border.width: 2
+        border.color: ring.color
+    }
 }

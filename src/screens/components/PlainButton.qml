@@ -10,6 +10,7 @@ T.AbstractButton {
 
     property real corner: Theme.radius.control
     property real ringGap: 2
+    property color ringColor: Theme.focusRing
 
     /// The same as a press by the pointer.
     function press() {
@@ -39,6 +40,7 @@ T.AbstractButton {
     FocusRing {
         corner: button.corner
         gap: button.ringGap
+        color: button.ringColor
         visible: button.visualFocus
     }
 }

@@ -10,6 +10,7 @@ PlainButton {
     property string symbol
 
     text: button.title
+    ringGap: 4
     horizontalPadding: 15
     verticalPadding: 9
     contentItem: IconLine {

@@ -11,17 +11,18 @@ BorderImage {
     required property real corner
 
     readonly property int reach: Shadows.reach(shadow.blur)
-    readonly property int edge: Shadows.edge(shadow.blur, shadow.corner)
+    readonly property int edgeAcross: Shadows.edge(shadow.blur, shadow.corner, parent.width)
+    readonly property int edgeDown: Shadows.edge(shadow.blur, shadow.corner, parent.height)
 
     z: -1
     x: -shadow.reach
     y: shadow.offset - shadow.reach
     width: parent.width + 2 * shadow.reach
     height: parent.height + 2 * shadow.reach
-    border.left: shadow.edge
-    border.right: shadow.edge
-    border.top: shadow.edge
-    border.bottom: shadow.edge
-    source: Shadows.url(shadow.color, shadow.blur, shadow.corner)
+    border.left: shadow.edgeAcross
+    border.right: shadow.edgeAcross
+    border.top: shadow.edgeDown
+    border.bottom: shadow.edgeDown
+    source: Shadows.url(shadow.color, shadow.blur, shadow.corner, parent.width, parent.height)
     Accessible.ignored: true
 }

@@ -29,64 +29,78 @@ std::vector<double> kernel(double spread, int reach)
     return weights;
 }
 
-/// One pass along the rows of a square of coverages, which comes back turned, so that two passes
-/// blur both ways.
-std::vector<double> blurredAndTurned(const std::vector<double> &from, int side,
-                                     const std::vector<double> &weights)
+/// How much of each pixel a shape covers, 0 to 1, row by row.
+struct Coverage
+{
+    int width;
+    int height;
+    std::vector<double> values;
+
+    Coverage(int columns, int rows)
+        : width(columns)
+        , height(rows)
+        , values(size_t(columns * rows))
+    {}
+    double &at(int x, int y) { return values[size_t(y * width + x)]; }
+    double at(int x, int y) const { return values[size_t(y * width + x)]; }
+};
+
+/// One pass along the rows, which come back as columns, so that two passes blur both ways.
+Coverage blurredAndTurned(const Coverage &from, const std::vector<double> &weights)
 {
     const int reach = int(weights.size()) / 2;
-    std::vector<double> to(from.size());
-    for (int y = 0; y < side; ++y) {
-        for (int x = 0; x < side; ++x) {
+    Coverage to(from.height, from.width);
+    for (int y = 0; y < from.height; ++y) {
+        for (int x = 0; x < from.width; ++x) {
             double sum = 0;
-            for (int i = std::max(-reach, -x); i <= std::min(reach, side - 1 - x); ++i)
-                sum += from[size_t(y * side + x + i)] * weights[size_t(i + reach)];
-            to[size_t(x * side + y)] = sum;
+            for (int i = std::max(-reach, -x); i <= std::min(reach, from.width - 1 - x); ++i)
+                sum += from.at(x + i, y) * weights[size_t(i + reach)];
+            to.at(y, x) = sum;
         }
     }
     return to;
 }
 
-std::vector<double> shape(int side, int reach, double corner)
+Coverage coverageOf(const QSize &size, const QRectF &shape, double corner)
 {
-    QImage mask(side, side, QImage::Format_ARGB32_Premultiplied);
+    QImage mask(size, QImage::Format_ARGB32_Premultiplied);
     mask.fill(Qt::transparent);
     QPainter painter(&mask);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::black);
     painter.setPen(Qt::NoPen);
-    painter.drawRoundedRect(mask.rect().adjusted(reach, reach, -reach, -reach), corner, corner);
+    painter.drawRoundedRect(shape, corner, corner);
     painter.end();
-    std::vector<double> coverage;
-    for (int y = 0; y < side; ++y) {
-        for (int x = 0; x < side; ++x)
-            coverage.push_back(qAlpha(mask.pixel(x, y)) / 255.0);
+    Coverage coverage(size.width(), size.height());
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+            coverage.at(x, y) = qAlpha(mask.pixel(x, y)) / 255.0;
     }
     return coverage;
 }
 
-QImage inColor(const std::vector<double> &coverage, int side, const QColor &color)
+QImage inColor(const Coverage &coverage, const QColor &color)
 {
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-    for (int y = 0; y < side; ++y) {
-        for (int x = 0; x < side; ++x) {
-            const double alpha = coverage[size_t(y * side + x)] * color.alphaF();
+    QImage image(coverage.width, coverage.height, QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < coverage.height; ++y) {
+        for (int x = 0; x < coverage.width; ++x) {
+            const int alpha = int(std::lround(coverage.at(x, y) * color.alphaF() * 255));
             image.setPixel(x, y,
-                           qPremultiply(qRgba(color.red(), color.green(), color.blue(),
-                                              int(std::lround(alpha * 255)))));
+                           qPremultiply(qRgba(color.red(), color.green(), color.blue(), alpha)));
         }
     }
     return image;
 }
 
-QImage shadow(int side, double blur, double corner, const QColor &color)
+/// The shadow of a shape as large as `shape`, with as much room around it as the shadow takes.
+QImage shadow(const QSizeF &shape, double room, double blur, double corner, const QColor &color)
 {
-    const int reach = Shadows::reach(blur);
-    const auto weights = kernel(blur, reach);
-    auto coverage = shape(side, reach, corner);
+    const QSize size((shape + QSizeF(2 * room, 2 * room)).toSize());
+    Coverage coverage = coverageOf(size, QRectF(QPointF(room, room), shape), corner);
+    const auto weights = kernel(blur, Shadows::reach(blur));
     for (int pass = 0; pass < 2; ++pass)
-        coverage = blurredAndTurned(coverage, side, weights);
-    return inColor(coverage, side, color);
+        coverage = blurredAndTurned(coverage, weights);
+    return inColor(coverage, color);
 }
 
 } // namespace
@@ -96,17 +110,27 @@ int Shadows::reach(qreal blur)
     return int(std::ceil(blur * 2.5));
 }
 
-int Shadows::edge(qreal blur, qreal corner)
+int Shadows::drawnSide(qreal blur, qreal corner, qreal side)
 {
-    return 2 * reach(blur) + int(std::ceil(corner));
+    const int whole = 2 * (reach(blur) + int(std::ceil(corner))) + 1;
+    return std::min(whole, std::max(1, int(std::lround(side))));
 }
 
-QUrl Shadows::url(const QColor &color, qreal blur, qreal corner)
+int Shadows::edge(qreal blur, qreal corner, qreal side)
+{
+    return (drawnSide(blur, corner, side) + 2 * reach(blur) - 1) / 2;
+}
+
+QUrl Shadows::url(const QColor &color, qreal blur, qreal corner, qreal width, qreal height)
 {
     QUrl url;
     url.setScheme(u"image"_s);
     url.setHost(QString::fromLatin1(ShadowProvider::id));
-    url.setPath(u"/%1/%2/%3"_s.arg(color.name(QColor::HexArgb).mid(1)).arg(blur).arg(corner));
+    const QStringList parts = {color.name(QColor::HexArgb).mid(1), QString::number(blur),
+                               QString::number(corner),
+                               QString::number(drawnSide(blur, corner, width)),
+                               QString::number(drawnSide(blur, corner, height))};
+    url.setPath(u"/"_s + parts.join(u'/'));
     return url;
 }
 
@@ -117,14 +141,15 @@ ShadowProvider::ShadowProvider()
 QImage ShadowProvider::requestImage(const QString &address, QSize *size, const QSize &)
 {
     const QStringList parts = address.split(u'/');
-    if (parts.size() != 3)
+    if (parts.size() != 5)
         return {};
     const double blur = parts[1].toDouble();
     const double corner = parts[2].toDouble();
-    const int side = 2 * Shadows::edge(blur, corner) + 1;
-    *size = QSize(side, side);
+    const QSize shape(parts[3].toInt(), parts[4].toInt());
+    const int room = Shadows::reach(blur);
+    *size = shape + QSize(2 * room, 2 * room);
     const double shrink = std::max(1.0, blur / widestBlur);
-    return shadow(int(std::lround(side / shrink)), blur / shrink, corner / shrink,
+    return shadow(QSizeF(shape) / shrink, room / shrink, blur / shrink, corner / shrink,
                   QColor(u'#' + parts[0]))
         .scaled(*size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }

@@ -13,7 +13,8 @@ PlainButton {
     required property bool selected
 
     text: row.title
-    ringGap: -1
+    ringGap: row.selected ? -3 : -1
+    ringColor: row.selected ? Theme.onFill : Theme.focusRing
     horizontalPadding: 10
     verticalPadding: 6
     Accessible.description: row.badge

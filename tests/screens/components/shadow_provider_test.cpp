@@ -8,11 +8,16 @@ namespace tarnwick {
 
 namespace {
 
-QImage draw(const QColor &color, qreal blur, qreal corner)
+/// A shape that any shadow of these tests can be stretched to.
+const QSizeF large(1000, 1000);
+
+QImage draw(const QColor &color, qreal blur, qreal corner, const QSizeF &shape = large)
 {
     ShadowProvider provider;
     QSize size;
-    return provider.requestImage(Shadows::url(color, blur, corner).path().mid(1), &size, {});
+    const QUrl url = Shadows::url(color, blur, corner, shape.width(), shape.height());
+    const QImage image = provider.requestImage(url.path().mid(1), &size, {});
+    return image.size() == size ? image : QImage();
 }
 
 } // namespace
@@ -22,14 +27,16 @@ class ShadowProviderTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void thePictureIsTwoEdgesAndOnePixel_data();
-    void thePictureIsTwoEdgesAndOnePixel();
+    void ofALargeShapeThePictureIsTwoEdgesAndOnePixel_data();
+    void ofALargeShapeThePictureIsTwoEdgesAndOnePixel();
+    void ofASmallShapeThePictureIsAsLargeAsTheShadow();
+    void allLargeShapesShareOnePicture();
     void theMiddleHasTheWholeColourAndTheRimNone();
     void theEdgeOfTheShapeHasHalf();
     void itFadesOutwards();
 };
 
-void ShadowProviderTest::thePictureIsTwoEdgesAndOnePixel_data()
+void ShadowProviderTest::ofALargeShapeThePictureIsTwoEdgesAndOnePixel_data()
 {
     QTest::addColumn<double>("blur");
     QTest::addColumn<double>("corner");
@@ -38,12 +45,26 @@ void ShadowProviderTest::thePictureIsTwoEdgesAndOnePixel_data()
     QTest::newRow("window") << 35.0 << 16.0;
 }
 
-void ShadowProviderTest::thePictureIsTwoEdgesAndOnePixel()
+void ShadowProviderTest::ofALargeShapeThePictureIsTwoEdgesAndOnePixel()
 {
     QFETCH(double, blur);
     QFETCH(double, corner);
-    const int side = 2 * Shadows::edge(blur, corner) + 1;
+    const int side = 2 * Shadows::edge(blur, corner, large.width()) + 1;
     QCOMPARE(draw(Qt::black, blur, corner).size(), QSize(side, side));
+}
+
+void ShadowProviderTest::ofASmallShapeThePictureIsAsLargeAsTheShadow()
+{
+    const QImage image = draw(Qt::black, 12, 12, {1000, 38});
+    QCOMPARE(image.height(), 38 + 2 * Shadows::reach(12));
+    QVERIFY(2 * Shadows::edge(12, 12, 38) < image.height());
+    QVERIFY(image.pixelColor(image.width() / 2, image.height() - 1).alpha() <= 3);
+}
+
+void ShadowProviderTest::allLargeShapesShareOnePicture()
+{
+    QCOMPARE(Shadows::url(Qt::black, 12, 12, 300, 400), Shadows::url(Qt::black, 12, 12, 900, 700));
+    QVERIFY(Shadows::url(Qt::black, 12, 12, 300, 38) != Shadows::url(Qt::black, 12, 12, 300, 60));
 }
 
 void ShadowProviderTest::theMiddleHasTheWholeColourAndTheRimNone()
