@@ -285,6 +285,7 @@ void ChangeLogTest::writesTheSameBytesWhetherReadOrNot()
     (void)log.append(relink(u"first"_s));
     (void)log.append(relink(u"second"_s));
     ChangeLog reloaded;
+    QCOMPARE(reloaded.entries().size(), 2);
     (void)log.append(relink(u"third"_s));
     const QByteArray bytes = contentOf(file());
     (void)reloaded.append(relink(u"third"_s));
