@@ -111,6 +111,8 @@ void AppState::setBusy(const std::optional<QString> &label)
 void AppState::libraryHasChanged(std::shared_ptr<const Derived> derived)
 {
     m_derived = std::move(derived);
+    m_hygiene.reset();
+    m_trackMap.reset();
     Q_EMIT libraryChanged();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "analysis/crate_hygiene.h"
+#include "analysis/crate_tracks.h"
 #include "analysis/derived.h"
 #include "analysis/library_scanner.h"
 #include "app/phase.h"
@@ -11,6 +13,7 @@
 #include "safety/cue_vault.h"
 #include "safety/holding_folder.h"
 #include "safety/snapshot.h"
+#include "serato/loaded_crate.h"
 #include "serato/serato_library.h"
 
 #include <QList>
@@ -60,6 +63,8 @@ public:
     const QList<Snapshot> &snapshots() const { return m_snapshots; }
     /// How many tracks the cue vault protects.
     int cueProtected() const { return m_cueProtected; }
+    /// The crates of the scanned library, by name; those of the last reading of them.
+    const QList<LoadedCrate> &crates() const { return m_crates; }
     /// What a long command that is under way is called; nothing while none is.
     const std::optional<QString> &busy() const { return m_busy; }
     /// Duplicate groups that the user called none; forgotten with the process.
@@ -70,6 +75,14 @@ public:
     /// All figures of the present library; null before the first scan. Kept until the library
     /// changes: take it anew after each change, and rely on no id in it beyond that.
     std::shared_ptr<const Derived> derived() const;
+    /// What could be tidied about crates and genres; null before the first scan. Kept until the
+    /// library or the crates change, with ids that last no longer.
+    std::shared_ptr<const CrateHygiene> hygiene() const;
+    /// The present library's tracks by path; empty before the first scan. Good until the library
+    /// changes.
+    const TrackMap &trackMap() const;
+    /// The set that these crates make up, each track once; see tracksInCrates.
+    std::vector<ScannedTrack> tracksInCrates(const QSet<QString> &names) const;
     /// The library that a scan without a choice takes: the home library, with or without a
     /// database, else the first one online with a database.
     std::optional<SeratoLibrary::Location> defaultLocation() const;
@@ -96,6 +109,7 @@ Q_SIGNALS:
     void phaseChanged();
     void locationsChanged();
     void libraryChanged(); ///< the scan result, or what the figures leave out of it
+    void cratesChanged();
     void selectionChanged();
     void seratoRunningChanged();
     void toastChanged();
@@ -111,13 +125,15 @@ Q_SIGNALS:
     void becameIdle();
 
 private:
-    /// A scan that has ended well, with its figures: they take too long to be worked out between
-    /// two frames.
+    /// A scan that has ended well, with its figures and crates: they take too long to be worked out
+    /// and read between two frames.
     struct FinishedScan
     {
         std::shared_ptr<ScanResult> result;
         QSet<QString> ignoredDupeKeys; ///< as they stood when the figures were worked out
         std::shared_ptr<const Derived> derived;
+        int crateWrites = 0; ///< of this process, when the crates were read
+        QList<LoadedCrate> crates;
     };
 
     void setPhase(Phase phase);
@@ -125,6 +141,9 @@ private:
     /// To be called after each change of the result or of the ignored keys. `derived` are the new
     /// figures, where they are known already.
     void libraryHasChanged(std::shared_ptr<const Derived> derived = nullptr);
+    void setCrates(const QList<LoadedCrate> &crates);
+    /// Reads the present library's crates again; nothing before the first scan.
+    void reloadCrates();
     /// Brings what the views see of the stores up to date.
     void syncSafety();
     void syncSafetyOnceLoaded();
@@ -161,10 +180,14 @@ private:
     const std::shared_ptr<CueVault> m_cueVault = std::make_shared<CueVault>();
     QList<Snapshot> m_snapshots;
     int m_cueProtected = 0;
+    QList<LoadedCrate> m_crates;
+    int m_crateWrites = 0; ///< crate files that commands have written or moved
     std::optional<QString> m_busy;
     QSet<QString> m_ignoredDupeKeys;
 
     mutable std::shared_ptr<const Derived> m_derived;
+    mutable std::shared_ptr<const CrateHygiene> m_hygiene;
+    mutable std::optional<TrackMap> m_trackMap;
     int m_pendingTasks = 0;
 };
 

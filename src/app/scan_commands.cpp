@@ -1,6 +1,7 @@
 // The road of a scan through AppState: its start, its reports and its two ends.
 
 #include "app/app_state.h"
+#include "serato/crate_store.h"
 
 #include <QPointer>
 
@@ -18,10 +19,15 @@ void AppState::startScan(const SeratoLibrary::Location &location, LibraryScanner
                 self->updateProgress(progress);
         });
     };
-    const auto work = [location, readTags, report, ignored = m_ignoredDupeKeys] {
+    const auto work = [location, readTags, report, ignored = m_ignoredDupeKeys,
+                       crateWrites = m_crateWrites] {
         return LibraryScanner::scan(location, readTags, report).map([&](ScanResult &&result) {
             auto shared = std::make_shared<ScanResult>(std::move(result));
-            return FinishedScan{shared, ignored, std::make_shared<Derived>(shared, ignored)};
+            return FinishedScan{.result = shared,
+                                .ignoredDupeKeys = ignored,
+                                .derived = std::make_shared<Derived>(shared, ignored),
+                                .crateWrites = crateWrites,
+                                .crates = CrateStore::load(location)};
         });
     };
     runInBackground(platform::Priority::UserInitiated, work, [this](Result<FinishedScan> outcome) {
@@ -55,6 +61,11 @@ void AppState::finishScan(FinishedScan scan)
     libraryHasChanged(scan.ignoredDupeKeys == m_ignoredDupeKeys ? scan.derived : nullptr);
     setPhase(Ready{});
     setSelection(Screen::LibraryScore);
+    // What a command wrote while the scan was under way may have been read in its old state.
+    if (scan.crateWrites == m_crateWrites)
+        setCrates(scan.crates);
+    else
+        reloadCrates();
     captureCueVault();
     applyEnvironmentAfterScan();
     Q_EMIT scanFinished();

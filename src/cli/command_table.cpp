@@ -1,5 +1,6 @@
 #include "cli/command_table.h"
 
+#include "cli/crate_reports.h"
 #include "cli/probe_command.h"
 #include "cli/reading_commands.h"
 
@@ -22,6 +23,19 @@ const QList<CommandInfo> &commands()
          .scans = Scans::Yes,
          .summary = u"Score a library on its six dimensions."_s,
          .run = runScore},
+        {.name = u"crates"_s,
+         .scans = Scans::Yes,
+         .summary = u"List the crates of a library."_s,
+         .run = runCrates},
+        {.name = u"hygiene"_s,
+         .scans = Scans::Yes,
+         .summary = u"Find what could be tidied about crates and genres."_s,
+         .run = runHygiene},
+        {.name = u"gig"_s,
+         .scans = Scans::Yes,
+         .options = {{u"crate"_s, u"NAME"_s, u"a crate of the set, as often as needed"_s}},
+         .summary = u"Check whether a set of crates can be played."_s,
+         .run = runGig},
         {.name = u"probe"_s,
          .argumentUsage = u"FILE"_s,
          .leastArguments = 1,

@@ -61,6 +61,7 @@ private Q_SLOTS:
     {
         const ScopedVariable variable("TARNWICK_AUTOSCAN", "1");
         AppState &app = m_fixture->launch();
+        QVERIFY(m_fixture->waitUntilIdle());
         m_fixture->writeHomeDatabase({track(u"nowhere/a.mp3"_s)});
         app.refreshEnvironment();
         QVERIFY(app.defaultLocation());
@@ -257,6 +258,7 @@ private Q_SLOTS:
     void doesNothingOnRescanWithoutAnyLibrary()
     {
         AppState &app = m_fixture->launch();
+        QVERIFY(m_fixture->waitUntilIdle()); // the stores are read in the background
         app.rescan();
         QCOMPARE(app.pendingTasks(), 0);
         QCOMPARE(app.phase(), AppState::Phase(ChooseLibrary{}));
@@ -266,6 +268,7 @@ private Q_SLOTS:
     void doesNotLookForLibrariesOnRescan()
     {
         AppState &app = m_fixture->launch();
+        QVERIFY(m_fixture->waitUntilIdle()); // the stores are read in the background
         m_fixture->writeHomeDatabase({track(u"nowhere/a.mp3"_s)});
         app.rescan();
         QVERIFY(app.locations().isEmpty());
