@@ -33,13 +33,11 @@ void RekordboxCollection::addTrack(const SeratoTrack &track, int number)
     endTrack();
 }
 
-/// A track has its tempo twice, so that it is put into words once.
+/// A track has its tempo twice, so that it is put into digits once.
 void RekordboxCollection::readTempo(const QString &bpm)
 {
     const double tempo = parseTempo(bpm).value_or(0.0);
-    m_tempo.clear();
-    if (tempo > 0)
-        m_tempo.addTwoDecimals(tempo);
+    m_tempo = tempo > 0 ? twoDecimals(tempo) : QByteArray();
 }
 
 /// A library has few file types, and their tracks stand together.
@@ -57,7 +55,7 @@ void RekordboxCollection::addKind(const QString &fileType)
 
 void RekordboxCollection::endTrack()
 {
-    if (m_tempo.view().isEmpty()) {
+    if (m_tempo.isEmpty()) {
         m_out.add("/>\n");
         return;
     }
@@ -124,10 +122,10 @@ void RekordboxCollection::addNumberIfAny(QByteArrayView start, qint64 number)
 
 void RekordboxCollection::addTempoIfAny(QByteArrayView start)
 {
-    if (m_tempo.view().isEmpty())
+    if (m_tempo.isEmpty())
         return;
     m_out.add(start);
-    m_out.add(m_tempo.view());
+    m_out.add(m_tempo);
     m_out.add('"');
 }
 

@@ -3,6 +3,7 @@
 #include "export/utf8_text.h"
 #include "serato/serato_track.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <vector>
@@ -35,7 +36,7 @@ private:
     void endTrack();
 
     Utf8Text m_out;
-    Utf8Text m_tempo;   ///< of the latest track, in words; empty for none
+    QByteArray m_tempo; ///< of the latest track, in digits; empty for none
     QString m_fileType; ///< of the latest track
     Utf8Text m_kind;    ///< what is written for it
 };

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <string_view>
 
 namespace tarnwick {
@@ -20,7 +19,6 @@ constexpr qsizetype mostInXml = 6; // "&quot;"
 constexpr qsizetype mostEncoded = 3 * mostInUtf8;
 
 constexpr qsizetype mostDigits = 20;
-constexpr qsizetype mostOfADouble = 320; // the largest has 309 digits ahead of its point
 
 constexpr std::array<std::string_view, 128> entities = [] {
     std::array<std::string_view, 128> texts{};
@@ -139,18 +137,6 @@ void Utf8Text::addNumber(qint64 number)
 {
     char *const to = room(mostDigits);
     setEnd(std::to_chars(to, to + mostDigits, number).ptr);
-}
-
-void Utf8Text::addTwoDecimals(double number)
-{
-    constexpr double mostAsWhole = 1e15;
-    if (!std::signbit(number) && number < mostAsWhole && number == std::trunc(number)) {
-        addNumber(qint64(number));
-        add(".00");
-        return;
-    }
-    char *const to = room(mostOfADouble);
-    setEnd(std::to_chars(to, to + mostOfADouble, number, std::chars_format::fixed, 2).ptr);
 }
 
 void Utf8Text::grow(qsizetype count)

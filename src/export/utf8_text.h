@@ -39,8 +39,6 @@ public:
     void addPercentEncoded(QStringView text);
     /// In decimal, without grouping.
     void addNumber(qint64 number);
-    /// With two decimals and a point, in every locale.
-    void addTwoDecimals(double number);
 
 private:
     /// Where the next bytes go; at least so many fit.

@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+#include <cfloat>
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
@@ -28,6 +29,9 @@ private Q_SLOTS:
     void takesNoTempoThatIsNotFinite();
     void parsesWholeNumbers_data();
     void parsesWholeNumbers();
+    void writesTwoDecimals_data();
+    void writesTwoDecimals();
+    void writesAPointInEveryLocale();
 };
 
 void NumbersTest::roundsPercentages_data()
@@ -195,6 +199,38 @@ void NumbersTest::parsesWholeNumbers()
     QFETCH(QString, text);
     QFETCH(std::optional<qint64>, value);
     QCOMPARE(parseWhole(text), value);
+}
+
+void NumbersTest::writesTwoDecimals_data()
+{
+    QTest::addColumn<double>("number");
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("whole") << 128.0 << QByteArray("128.00");
+    QTest::newRow("nought") << 0.0 << QByteArray("0.00");
+    QTest::newRow("below nought") << -3.2 << QByteArray("-3.20");
+    QTest::newRow("nought from below") << -0.001 << QByteArray("-0.00");
+    QTest::newRow("below a hundredth") << 0.001 << QByteArray("0.00");
+    QTest::newRow("rounded up") << 99.999 << QByteArray("100.00");
+    QTest::newRow("a half, to even") << 0.125 << QByteArray("0.12");
+    QTest::newRow("above a half") << 0.375 << QByteArray("0.38");
+    QTest::newRow("the double below 1.005") << 1.005 << QByteArray("1.00");
+    QTest::newRow("no grouping") << 1234567.5 << QByteArray("1234567.50");
+    QTest::newRow("the largest") << DBL_MAX << QByteArray::number(DBL_MAX, 'f', 2);
+    QTest::newRow("the smallest") << -DBL_MAX << QByteArray::number(-DBL_MAX, 'f', 2);
+}
+
+void NumbersTest::writesTwoDecimals()
+{
+    QFETCH(double, number);
+    QTEST(twoDecimals(number), "text");
+}
+
+void NumbersTest::writesAPointInEveryLocale()
+{
+    for (const char *locale : {"de_DE.UTF-8", "fr_FR.UTF-8", "C"}) {
+        if (std::setlocale(LC_ALL, locale))
+            QCOMPARE(twoDecimals(174.5), QByteArray("174.50"));
+    }
 }
 
 QTEST_GUILESS_MAIN(NumbersTest)
