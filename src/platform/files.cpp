@@ -8,9 +8,12 @@
 #include <QDir>
 
 #include <algorithm>
+#include <memory>
 #include <new>
+#include <string>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 
 #include <sys/stat.h>
@@ -86,6 +89,25 @@ bool isRegularFile(const QString &path)
 {
     const auto facts = factsOf(path);
     return facts && facts->kind == FileFacts::Kind::Regular;
+}
+
+bool liesWithin(const QString &path, const QString &folder)
+{
+    struct stat wanted;
+    struct stat status;
+    const std::unique_ptr<char, decltype(&std::free)> place(
+        ::realpath(path.toUtf8().constData(), nullptr), &std::free);
+    if (!place || ::stat(folder.toUtf8().constData(), &wanted) != 0)
+        return false;
+    // By identity: the same folder may go by names that differ in letter case.
+    const auto isWanted = [&](const char *item) {
+        return ::stat(item, &status) == 0 && status.st_dev == wanted.st_dev &&
+               status.st_ino == wanted.st_ino;
+    };
+    std::string item = place.get();
+    while (!item.empty() && !isWanted(item.c_str()))
+        item.resize(item.rfind('/'));
+    return !item.empty() || isWanted("/");
 }
 
 QString absolutePath(const QString &path)

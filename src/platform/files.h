@@ -32,6 +32,9 @@ bool exists(const QString &path);
 Result<bool> isPresent(const QString &path);
 bool isFolder(const QString &path);
 bool isRegularFile(const QString &path);
+/// Whether the item at the path is the folder or lies in it, at any depth, links followed. False if
+/// either isn't there.
+bool liesWithin(const QString &path, const QString &folder);
 
 /// A path made absolute against the working directory, "." and ".." removed; links stay.
 QString absolutePath(const QString &path);

@@ -25,6 +25,8 @@ private Q_SLOTS:
     void tellsWhatStandsAtAPath_data();
     void tellsWhatStandsAtAPath();
     void tellsAbsenceFromNotKnowing();
+    void tellsWhatLiesWithinAFolder_data();
+    void tellsWhatLiesWithinAFolder();
     void readsAWholeFile_data();
     void readsAWholeFile();
     void readsAFileThatIsLongerThanItsSizeSays();
@@ -97,6 +99,44 @@ void FilesTest::tellsAbsenceFromNotKnowing()
     QVERIFY(!exists(path(u"file"_s)));
     QCOMPARE(isPresent(path(u"file"_s)).error().message,
              u"The file “file” couldn't be found: Input/output error."_s);
+}
+
+void FilesTest::tellsWhatLiesWithinAFolder_data()
+{
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<bool>("within");
+    const auto row = [](const char *name, const QString &item, const QString &folder, bool within) {
+        QTest::newRow(name) << item << folder << within;
+    };
+    row("a file in it", u"folder/file"_s, u"folder"_s, true);
+    row("at any depth", u"folder/below/further"_s, u"folder"_s, true);
+    row("the folder itself", u"folder"_s, u"folder"_s, true);
+    row("with a slash behind", u"folder/below"_s, u"folder/"_s, true);
+    row("by way of a link to the folder", u"folder/below"_s, u"link to folder"_s, true);
+    row("by way of a link to the item", u"link to below"_s, u"folder"_s, true);
+    row("by way of points", u"folder/../folder/file"_s, u"./folder"_s, true);
+    row("its parent", u"folder"_s, u"folder/below"_s, false);
+    row("its neighbour", u"folder 2"_s, u"folder"_s, false);
+    row("a link in it that leads out", u"folder/link out"_s, u"folder"_s, false);
+    row("no such item", u"folder/none"_s, u"folder"_s, false);
+    row("no such folder", u"folder/file"_s, u"none"_s, false);
+}
+
+void FilesTest::tellsWhatLiesWithinAFolder()
+{
+    QFETCH(QString, item);
+    QFETCH(QString, folder);
+    const QTemporaryDir nest;
+    const auto inNest = [&](const QString &name) { return nest.filePath(name); };
+    put(inNest(u"folder/file"_s), {});
+    put(inNest(u"folder/below/further"_s), {});
+    put(inNest(u"folder 2/file"_s), {});
+    QFile::link(u"folder"_s, inNest(u"link to folder"_s));
+    QFile::link(u"folder/below"_s, inNest(u"link to below"_s));
+    QFile::link(u"../folder 2"_s, inNest(u"folder/link out"_s));
+    QTEST(liesWithin(inNest(item), inNest(folder)), "within");
+    QVERIFY(liesWithin(inNest(u"folder"_s), u"/"_s));
 }
 
 void FilesTest::readsAWholeFile_data()
