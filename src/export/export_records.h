@@ -32,6 +32,15 @@ struct ExportOutcome
     bool operator==(const ExportOutcome &) const = default;
 };
 
+/// How far a library and an earlier export of it have come apart, in paths of tracks.
+struct ExportDrift
+{
+    int seratoOnly = 0; ///< on disk in the library, not in the export
+    int deviceOnly = 0; ///< in the export alone
+
+    bool operator==(const ExportDrift &) const = default;
+};
+
 /// Called on the exporting thread, in order; must not block.
 using ExportProgressFunction = std::function<void(const ExportProgress &)>;
 
