@@ -57,6 +57,14 @@ function(tarnwick_remember_sources library)
     endforeach()
 endfunction()
 
+# Adds sources of the present folder to the library app: members of AppState that their owners define.
+# To be called ahead of src/app.
+function(tarnwick_commands)
+    list(TRANSFORM ARGN PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/ OUTPUT_VARIABLE paths)
+    set_property(GLOBAL APPEND PROPERTY TARNWICK_COMMANDS ${paths})
+    tarnwick_remember_sources(tarnwick_app ${ARGN})
+endfunction()
+
 # tarnwick_test(tests/path/x_test.cpp LINKS libraries): one Qt Test executable named x_test.
 function(tarnwick_test file)
     cmake_parse_arguments(ARG "" "TIMEOUT" "LINKS;LABELS" ${ARGN})

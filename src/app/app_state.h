@@ -6,6 +6,7 @@
 #include "analysis/library_scanner.h"
 #include "app/phase.h"
 #include "app/toast.h"
+#include "export/export_records.h"
 #include "foundation/result.h"
 #include "foundation/screen.h"
 #include "platform/background.h"
@@ -67,6 +68,10 @@ public:
     const QList<LoadedCrate> &crates() const { return m_crates; }
     /// What a long command that is under way is called; nothing while none is.
     const std::optional<QString> &busy() const { return m_busy; }
+    /// How far a running export has come; nothing while none runs.
+    const std::optional<ExportProgress> &exporting() const { return m_exporting; }
+    /// What the last export has written; nothing from the start of the next on.
+    const std::optional<ExportOutcome> &lastExport() const { return m_lastExport; }
     /// Duplicate groups that the user called none; forgotten with the process.
     const QSet<QString> &ignoredDupeKeys() const { return m_ignoredDupeKeys; }
 
@@ -99,6 +104,13 @@ public:
     /// Copies what can change of the library, in the background. Needs no closed Serato.
     void takeSnapshot(const QString &reason);
 
+    /// Exports the present library to a folder, in the background; nothing before the first scan. A
+    /// failure is told by a toast, and what was written until then stays.
+    void runExport(ExportTarget target, const QString &folder);
+    /// How far the present library and an earlier export in the folder have come apart; nothing
+    /// where there is nothing to compare. Reads the whole export: not for every frame.
+    std::optional<ExportDrift> drift(ExportTarget target, const QString &folder) const;
+
     /// Shows a message for 4.2 seconds, in the place of the one on show.
     void showToast(const QString &message, Reversible reversible = Reversible::No);
 
@@ -114,6 +126,8 @@ Q_SIGNALS:
     void seratoRunningChanged();
     void toastChanged();
     void busyChanged();
+    void exportingChanged(); ///< also for each report of a running export
+    void lastExportChanged();
     void safetyChanged(); ///< snapshots, change log, holding folder or cue vault
     /// One for each toast, also where two follow each other within one turn of the event loop.
     void toastRaised(const tarnwick::Toast &toast);
@@ -153,6 +167,10 @@ private:
     void updateProgress(const ScanProgress &progress);
     void finishScan(FinishedScan scan);
     void failScan(const Failure &reason);
+    void setExporting(const std::optional<ExportProgress> &progress);
+    void setLastExport(const std::optional<ExportOutcome> &outcome);
+    void finishExport(const ExportOutcome &outcome);
+    void failExport(const Failure &reason);
     void applyEnvironmentAfterScan();
     std::optional<QString> environmentValue(const char *name) const;
 
@@ -183,6 +201,8 @@ private:
     QList<LoadedCrate> m_crates;
     int m_crateWrites = 0; ///< crate files that commands have written or moved
     std::optional<QString> m_busy;
+    std::optional<ExportProgress> m_exporting;
+    std::optional<ExportOutcome> m_lastExport;
     QSet<QString> m_ignoredDupeKeys;
 
     mutable std::shared_ptr<const Derived> m_derived;
