@@ -1,6 +1,7 @@
 #include "cli/command_table.h"
 
 #include "cli/crate_reports.h"
+#include "cli/export_command.h"
 #include "cli/probe_command.h"
 #include "cli/reading_commands.h"
 
@@ -36,6 +37,22 @@ const QList<CommandInfo> &commands()
          .options = {{u"crate"_s, u"NAME"_s, u"a crate of the set, as often as needed"_s}},
          .summary = u"Check whether a set of crates can be played."_s,
          .run = runGig},
+        {.name = u"drift"_s,
+         .argumentUsage = u"TARGET FOLDER"_s,
+         .leastArguments = 2,
+         .mostArguments = 2,
+         .scans = Scans::Yes,
+         .summary = u"Compare a library with an earlier export in a folder."_s,
+         .check = checkExportTarget,
+         .run = runDrift},
+        {.name = u"export"_s,
+         .argumentUsage = u"TARGET FOLDER"_s,
+         .leastArguments = 2,
+         .mostArguments = 2,
+         .scans = Scans::Yes,
+         .summary = u"Export a library (engine, rekordbox or seratoBackup)."_s,
+         .check = checkExportTarget,
+         .run = runExport},
         {.name = u"probe"_s,
          .argumentUsage = u"FILE"_s,
          .leastArguments = 1,

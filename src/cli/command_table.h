@@ -1,11 +1,14 @@
 #pragma once
 
+#include "foundation/result.h"
+
 #include <QList>
 #include <QString>
 
 namespace tarnwick::cli {
 
 class Session;
+struct CommandLine;
 
 /// How a run ends.
 enum class Status {
@@ -35,6 +38,8 @@ struct CommandInfo
     Scans scans = Scans::No;
     QList<OptionInfo> options = {};
     QString summary = {};
+    /// Finds what is wrong with the arguments as such, ahead of any work.
+    Done (*check)(const CommandLine &line) = nullptr;
     Status (*run)(Session &session) = nullptr;
 };
 

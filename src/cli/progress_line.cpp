@@ -21,10 +21,19 @@ ProgressLine::ProgressLine()
 
 void ProgressLine::show(const ScanProgress &progress)
 {
+    showText(
+        u"%1 %2 of %3 tracks"_s.arg(progress.phase).arg(progress.processed).arg(progress.total));
+}
+
+void ProgressLine::show(const ExportProgress &progress)
+{
+    showText(u"%1 %2 of %3"_s.arg(progress.phase).arg(progress.written).arg(progress.total));
+}
+
+void ProgressLine::showText(const QString &text)
+{
     if (!m_isTerminal)
         return;
-    const QString text =
-        u"%1 %2 of %3 tracks"_s.arg(progress.phase).arg(progress.processed).arg(progress.total);
     std::fprintf(stderr, "%s%s", wipe, text.toUtf8().constData());
     std::fflush(stderr);
     m_isShown = true;

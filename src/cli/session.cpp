@@ -11,25 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick::cli {
 
-namespace {
-
-void writeToasts(JsonWriter &json, const QList<Toast> &toasts)
-{
-    json.beginObject();
-    json.key(u"toasts");
-    json.beginArray();
-    for (const Toast &toast : toasts) {
-        json.beginObject();
-        json.member(u"message", toast.message);
-        json.member(u"reversible", toast.reversible);
-        json.endObject();
-    }
-    json.endArray();
-    json.endObject();
-}
-
-} // namespace
-
 SeratoLibrary::Location locationOfFolder(const QString &folder,
                                          const QList<SeratoLibrary::Location> &known)
 {
@@ -57,6 +38,12 @@ Session::Session(const CommandLine &line, Output &output)
 
 Status Session::run()
 {
+    if (m_line.command->check) {
+        if (const Done right = m_line.command->check(m_line); !right) {
+            complain(right.error().message);
+            return Status::WrongUsage;
+        }
+    }
     if (m_line.command->scans == Scans::Yes) {
         if (const Status status = scan(); status != Status::Done)
             return status;
@@ -85,7 +72,7 @@ Status Session::scan()
     QObject::disconnect(watching);
     if (m_app.result())
         return Status::Done;
-    printToasts();
+    tellToastsAlone();
     return Status::Refused;
 }
 
@@ -105,12 +92,37 @@ void Session::waitForBackground()
 }
 
 /// For a run that has no other result to show.
-void Session::printToasts()
+void Session::tellToastsAlone()
 {
-    if (wantsJson())
-        writeToasts(m_output.json(), m_toasts);
-    for (const Toast &toast : m_toasts)
-        complain(toast.message);
+    if (wantsJson()) {
+        m_output.json().beginObject();
+        writeToasts(m_output.json());
+        m_output.json().endObject();
+    }
+    printToasts(Status::Refused);
+}
+
+void Session::writeToasts(JsonWriter &json) const
+{
+    json.key(u"toasts");
+    json.beginArray();
+    for (const Toast &toast : m_toasts) {
+        json.beginObject();
+        json.member(u"message", toast.message);
+        json.member(u"reversible", toast.reversible);
+        json.endObject();
+    }
+    json.endArray();
+}
+
+void Session::printToasts(Status status)
+{
+    for (const Toast &toast : m_toasts) {
+        if (status == Status::Done)
+            m_output.line(toast.message);
+        else
+            complain(toast.message);
+    }
 }
 
 void Session::complain(const QString &message)

@@ -28,13 +28,18 @@ public:
     /// Waits until no background work is left.
     void waitForBackground();
 
+    /// The member "toasts" of an object that is being written: all of this run, in order.
+    void writeToasts(JsonWriter &json) const;
+    /// One a line: the result of a run that went well, else what stood in its way.
+    void printToasts(Status status);
+
     /// One line on standard error.
     static void complain(const QString &message);
 
 private:
     Status scan();
     std::optional<SeratoLibrary::Location> location();
-    void printToasts();
+    void tellToastsAlone();
 
     const CommandLine &m_line;
     Output &m_output;
