@@ -81,7 +81,17 @@ void AppState::refreshEnvironment()
 
 void AppState::showToast(const QString &message, Reversible reversible)
 {
-    m_toast = Toast{.message = message, .reversible = reversible == Reversible::Yes};
+    show({.message = message, .reversible = reversible == Reversible::Yes});
+}
+
+void AppState::showProblem(const QString &message)
+{
+    show({.message = message, .isProblem = true});
+}
+
+void AppState::show(const Toast &toast)
+{
+    m_toast = toast;
     const QUuid shown = m_toast->id;
     // Precise: a coarse timer may end it a twentieth early.
     QTimer::singleShot(toastLife, Qt::PreciseTimer, this, [this, shown] {
@@ -113,7 +123,20 @@ void AppState::libraryHasChanged(std::shared_ptr<const Derived> derived)
     m_derived = std::move(derived);
     m_hygiene.reset();
     m_trackMap.reset();
-    Q_EMIT libraryChanged();
+    if (m_gatherings > 0)
+        m_libraryToTell = true;
+    else
+        Q_EMIT libraryChanged();
+}
+
+void AppState::endGathering()
+{
+    if (--m_gatherings > 0)
+        return;
+    if (std::exchange(m_libraryToTell, false))
+        Q_EMIT libraryChanged();
+    if (std::exchange(m_safetyToSync, false))
+        syncSafety();
 }
 
 void AppState::taskEnded()

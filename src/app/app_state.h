@@ -10,6 +10,7 @@
 #include "foundation/result.h"
 #include "foundation/screen.h"
 #include "platform/background.h"
+#include "repair/gain_item.h"
 #include "safety/change_log.h"
 #include "safety/cue_vault.h"
 #include "safety/holding_folder.h"
@@ -26,6 +27,8 @@
 #include <optional>
 
 namespace tarnwick {
+
+class WriteRun;
 
 /// Everything that the screens show and every command that they offer. One for the life of the
 /// process; lives on the main thread. Every change of a field is told by its signal.
@@ -114,6 +117,39 @@ public:
     /// Shows a message for 4.2 seconds, in the place of the one on show.
     void showToast(const QString &message, Reversible reversible = Reversible::No);
 
+    // The write commands. All do nothing without a scan result, or say why they refuse; all take a
+    // snapshot first, keep `result` in step with the disk, and add to the change log. What goes
+    // wrong is told in a toast.
+
+    /// Points the record of a track at the file, which is not looked at.
+    void relink(const ScannedTrack &track, const QUrl &file);
+    /// Takes the record of a track out of the database; no file is touched.
+    void dropFromLibrary(const ScannedTrack &track);
+    /// Moves the files of all members but the keeper into holding, and drops their records.
+    void resolveDuplicates(const DuplicateGroup &group, const QUuid &keeperId);
+    /// Leaves the group out of the figures until the process ends. Writes nothing.
+    void markNotDuplicate(const DuplicateGroup &group);
+    /// Without a toast of its own where all goes well.
+    void setGenre(const ScannedTrack &track, const QString &genre,
+                  const std::optional<QString> &snapshotReason = std::nullopt);
+    void setGenreBatch(const std::vector<ScannedTrack> &tracks, const QString &genre);
+    /// Writes a gain in decibels into the tag of the track's file.
+    void normalizeLoudness(const ScannedTrack &track, double gain);
+    void normalizeAllLoudness(const std::vector<GainItem> &items);
+    /// Puts all saved cue frames of the track back into its file.
+    void restoreCues(const CueVault::Loss &loss);
+    void restoreAllCues();
+
+    /// What the files of the library have lost since the vault last saw them.
+    QList<CueVault::Loss> cueLosses() const;
+
+    /// Takes a change back as far as its kind can be, and marks the entry.
+    void undo(const ChangeEntry &entry);
+    /// Undoes what is reversible now, newest first, and says so whatever became of it.
+    void undoEverything();
+    /// Puts the snapshot over the present library in the background, then scans it again.
+    void restoreSnapshot(const Snapshot &snapshot);
+
     /// The number of background tasks whose result is still to come.
     int pendingTasks() const { return m_pendingTasks; }
 
@@ -139,6 +175,25 @@ Q_SIGNALS:
     void becameIdle();
 
 private:
+    friend class WriteRun;
+
+    /// While one lives, the views are not told of changes: they are told once, at the end.
+    class Gathering
+    {
+    public:
+        explicit Gathering(AppState &app)
+            : m_app(app)
+        {
+            ++m_app.m_gatherings;
+        }
+        ~Gathering() { m_app.endGathering(); }
+        Gathering(const Gathering &) = delete;
+        Gathering &operator=(const Gathering &) = delete;
+
+    private:
+        AppState &m_app;
+    };
+
     /// A scan that has ended well, with its figures and crates: they take too long to be worked out
     /// and read between two frames.
     struct FinishedScan
@@ -150,6 +205,19 @@ private:
         QList<LoadedCrate> crates;
     };
 
+    /// Whether a write command may go on. Says so where Serato keeps it from that; without a
+    /// library it is silent.
+    bool mayWrite(const QString &refusal);
+    /// The same, but says so without a library too.
+    bool mayWriteOrRefuse(const QString &refusal);
+    /// A toast that tells of a refusal or a failure.
+    void showProblem(const QString &message);
+    void show(const Toast &toast);
+    /// The scan result for a change, apart from what others still hold of it.
+    ScanResult &changedResult();
+
+    void endGathering();
+
     void setPhase(Phase phase);
     void setBusy(const std::optional<QString> &label);
     /// To be called after each change of the result or of the ignored keys. `derived` are the new
@@ -159,10 +227,11 @@ private:
     /// Reads the present library's crates again; nothing before the first scan.
     void reloadCrates();
     /// Brings what the views see of the stores up to date.
-    void syncSafety();
+    void syncSafety(); ///< once all gatherings have ended
     void syncSafetyOnceLoaded();
     void captureCueVault();
     void didSnapshot(const Snapshot &snapshot);
+    void didRollBack(const Snapshot &snapshot, const SeratoLibrary::Location &location);
 
     void updateProgress(const ScanProgress &progress);
     void finishScan(FinishedScan scan);
@@ -204,6 +273,10 @@ private:
     std::optional<ExportProgress> m_exporting;
     std::optional<ExportOutcome> m_lastExport;
     QSet<QString> m_ignoredDupeKeys;
+
+    int m_gatherings = 0;
+    bool m_libraryToTell = false;
+    bool m_safetyToSync = false;
 
     mutable std::shared_ptr<const Derived> m_derived;
     mutable std::shared_ptr<const CrateHygiene> m_hygiene;

@@ -12,6 +12,10 @@ QList<ChangeEntry> AppState::changeEntries() const
 
 void AppState::syncSafety()
 {
+    if (m_gatherings > 0) {
+        m_safetyToSync = true;
+        return;
+    }
     m_snapshots = SnapshotStore::list();
     if (m_cueVault->isLoaded())
         m_cueProtected = m_cueVault->protectedCount();

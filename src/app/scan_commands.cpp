@@ -85,7 +85,7 @@ void AppState::applyEnvironmentAfterScan()
 void AppState::failScan(const Failure &reason)
 {
     setPhase(ChooseLibrary{});
-    showToast(u"Couldn't read that library: %1"_s.arg(reason.message));
+    showProblem(u"Couldn't read that library: %1"_s.arg(reason.message));
     Q_EMIT scanFailed(reason.message);
 }
 

@@ -12,7 +12,7 @@ void AppState::takeSnapshot(const QString &reason)
 {
     const auto location = m_result ? std::optional(m_result->location) : defaultLocation();
     if (!location) {
-        showToast(u"Load a library first."_s);
+        showProblem(u"Load a library first."_s);
         return;
     }
     setBusy(u"Taking snapshot…"_s);
@@ -24,7 +24,7 @@ void AppState::takeSnapshot(const QString &reason)
             if (outcome)
                 didSnapshot(*outcome);
             else
-                showToast(outcome.error().message);
+                showProblem(outcome.error().message);
         });
 }
 

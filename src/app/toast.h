@@ -13,6 +13,7 @@ struct Toast
     QUuid id = freshIdentity();
     QString message;
     bool reversible = false; ///< shows the marker and the "Undo" button
+    bool isProblem = false;  ///< tells of a refusal or a failure
 
     bool operator==(const Toast &) const = default;
 };

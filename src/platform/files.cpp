@@ -115,6 +115,15 @@ QString absolutePath(const QString &path)
     return standardizedPath(path.startsWith(u'/') ? path : joinedPath(QDir::currentPath(), path));
 }
 
+std::optional<QString> canonicalPath(const QString &path)
+{
+    if (path.contains(QChar::Null) || faultFor(FileOperation::Stat, path) != 0)
+        return std::nullopt;
+    const std::unique_ptr<char, decltype(&std::free)> found(
+        ::realpath(path.toUtf8().constData(), nullptr), &std::free);
+    return found ? std::optional(QString::fromUtf8(found.get())) : std::nullopt;
+}
+
 Result<QByteArray> readFile(const QString &path)
 {
     auto file = FileHandle::openForReading(path);

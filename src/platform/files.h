@@ -39,6 +39,9 @@ bool liesWithin(const QString &path, const QString &folder);
 /// A path made absolute against the working directory, "." and ".." removed; links stay.
 QString absolutePath(const QString &path);
 
+/// Where a path leads once all links on the way are followed; nothing if that is nowhere.
+std::optional<QString> canonicalPath(const QString &path);
+
 /// The whole content of a regular file.
 Result<QByteArray> readFile(const QString &path);
 

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void tellsAbsenceFromNotKnowing();
     void tellsWhatLiesWithinAFolder_data();
     void tellsWhatLiesWithinAFolder();
+    void followsTheLinksOnTheWay();
     void readsAWholeFile_data();
     void readsAWholeFile();
     void readsAFileThatIsLongerThanItsSizeSays();
@@ -137,6 +138,18 @@ void FilesTest::tellsWhatLiesWithinAFolder()
     QFile::link(u"../folder 2"_s, inNest(u"folder/link out"_s));
     QTEST(liesWithin(inNest(item), inNest(folder)), "within");
     QVERIFY(liesWithin(inNest(u"folder"_s), u"/"_s));
+}
+
+void FilesTest::followsTheLinksOnTheWay()
+{
+    const QTemporaryDir folder;
+    const QString real = QFileInfo(folder.path()).canonicalFilePath();
+    put(real + u"/real/song.mp3"_s, "music");
+    QVERIFY(QFile::link(real + u"/real"_s, real + u"/linked"_s));
+    QCOMPARE(canonicalPath(real + u"/linked/song.mp3"_s), real + u"/real/song.mp3"_s);
+    QCOMPARE(canonicalPath(real + u"/real/../real/song.mp3"_s), real + u"/real/song.mp3"_s);
+    QVERIFY(!canonicalPath(real + u"/linked/none.mp3"_s));
+    QVERIFY(!canonicalPath(real + QChar(QChar::Null)));
 }
 
 void FilesTest::readsAWholeFile_data()
