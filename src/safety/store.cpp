@@ -56,6 +56,11 @@ QString cueVault()
     return joinedPath(root(), u"cuevault.json"_s);
 }
 
+QString signalConfig()
+{
+    return joinedPath(root(), u"signal.json"_s);
+}
+
 QString holdingManifest()
 {
     return joinedPath(holding(), u"manifest.json"_s);

@@ -26,6 +26,7 @@ QString holding();
 /// Paths only; nothing is made.
 QString changeLog();
 QString cueVault();
+QString signalConfig();
 QString holdingManifest();
 
 /// True for a name that leads to an entry of a folder and nowhere else: not empty, no slash, and
