@@ -41,6 +41,24 @@ class AppState : public QObject
 public:
     using Phase = tarnwick::Phase;
 
+    /// While one lives, the views are not told what commands change: they are told once, at the
+    /// end. For several commands in a row.
+    class Gathering
+    {
+    public:
+        explicit Gathering(AppState &app)
+            : m_app(app)
+        {
+            ++m_app.m_gatherings;
+        }
+        ~Gathering() { m_app.endGathering(); }
+        Gathering(const Gathering &) = delete;
+        Gathering &operator=(const Gathering &) = delete;
+
+    private:
+        AppState &m_app;
+    };
+
     /// Whether the `TARNWICK_…` environment variables act.
     enum class Environment { Ignored, Read };
 
@@ -176,23 +194,6 @@ Q_SIGNALS:
 
 private:
     friend class WriteRun;
-
-    /// While one lives, the views are not told of changes: they are told once, at the end.
-    class Gathering
-    {
-    public:
-        explicit Gathering(AppState &app)
-            : m_app(app)
-        {
-            ++m_app.m_gatherings;
-        }
-        ~Gathering() { m_app.endGathering(); }
-        Gathering(const Gathering &) = delete;
-        Gathering &operator=(const Gathering &) = delete;
-
-    private:
-        AppState &m_app;
-    };
 
     /// A scan that has ended well, with its figures and crates: they take too long to be worked out
     /// and read between two frames.
