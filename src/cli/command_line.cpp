@@ -125,7 +125,7 @@ QString programHelp()
         "  -h, --help        show this help, or that of a command\n"
         "  --version         show the version\n\nCommands:\n"_s;
     for (const CommandInfo &command : commands())
-        help += u"  %1%2\n"_s.arg(command.name.leftJustified(18), command.summary);
+        help += u"  %1%2\n"_s.arg(command.name.leftJustified(20), command.summary);
     return help;
 }
 
@@ -140,7 +140,7 @@ QString commandHelp(const CommandInfo &command)
         help += u"\nOptions:\n"_s;
     for (const OptionInfo &option : command.options) {
         const QString shown = u"--%1 %2"_s.arg(option.name, option.valueName).trimmed();
-        help += u"  %1  %2\n"_s.arg(shown.leftJustified(18), option.summary);
+        help += u"  %1  %2\n"_s.arg(shown.leftJustified(20), option.summary);
     }
     return help;
 }

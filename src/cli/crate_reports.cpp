@@ -3,6 +3,7 @@
 #include "cli/crate_reports.h"
 
 #include "analysis/gig_check.h"
+#include "cli/json_lists.h"
 #include "cli/session.h"
 #include "cli/text_table.h"
 
@@ -11,32 +12,6 @@ using namespace Qt::StringLiterals;
 namespace tarnwick::cli {
 
 namespace {
-
-template <typename Texts>
-void writeTexts(JsonWriter &json, QStringView name, const Texts &texts)
-{
-    json.key(name);
-    json.beginArray();
-    for (const QString &text : texts)
-        json.value(text);
-    json.endArray();
-}
-
-/// An array of objects, passed on as it grows.
-template <typename Items, typename Write>
-void writeObjects(Output &out, QStringView name, const Items &items, const Write &write)
-{
-    JsonWriter &json = out.json();
-    json.key(name);
-    json.beginArray();
-    for (const auto &item : items) {
-        json.beginObject();
-        write(json, item);
-        json.endObject();
-        out.passOn();
-    }
-    json.endArray();
-}
 
 void writeCrates(Output &out, const QList<LoadedCrate> &crates)
 {

@@ -7,6 +7,8 @@
 
 #include <QEventLoop>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace tarnwick::cli {
@@ -123,6 +125,38 @@ void Session::printToasts(Status status)
         else
             complain(toast.message);
     }
+}
+
+Status Session::reportToasts()
+{
+    waitForBackground();
+    const bool hasProblem = std::any_of(m_toasts.begin(), m_toasts.end(),
+                                        [](const Toast &toast) { return toast.isProblem; });
+    const Status status = hasProblem ? Status::Refused : Status::Done;
+    if (wantsJson()) {
+        m_output.json().beginObject();
+        writeToasts(m_output.json());
+        m_output.json().endObject();
+    }
+    if (!wantsJson() || hasProblem)
+        printToasts(status);
+    return status;
+}
+
+Status Session::namesNothing(const QString &message)
+{
+    complain(message);
+    return Status::WrongUsage;
+}
+
+const ScannedTrack *Session::trackAt(const QString &path) const
+{
+    const QString wanted = withoutLeadingSlash(path);
+    for (const ScannedTrack &scanned : m_app.result()->tracks) {
+        if (withoutLeadingSlash(scanned.track.relativePath) == wanted)
+            return &scanned;
+    }
+    return nullptr;
 }
 
 void Session::complain(const QString &message)

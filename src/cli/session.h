@@ -33,6 +33,16 @@ public:
     /// One a line: the result of a run that went well, else what stood in its way.
     void printToasts(Status status);
 
+    /// Ends a writing command: waits for what it started in the background and shows its toasts.
+    /// It was refused or has failed if any of them tells of that.
+    Status reportToasts();
+
+    /// Ends a command whose arguments name nothing that is there, with one line on standard error.
+    static Status namesNothing(const QString &message);
+
+    /// The first track of that path, one leading slash ignored on both sides; null for none.
+    const ScannedTrack *trackAt(const QString &path) const;
+
     /// One line on standard error.
     static void complain(const QString &message);
 
