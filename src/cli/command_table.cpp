@@ -2,6 +2,7 @@
 
 #include "cli/crate_reports.h"
 #include "cli/export_command.h"
+#include "cli/gig_run_command.h"
 #include "cli/probe_command.h"
 #include "cli/reading_commands.h"
 #include "cli/repair_actions.h"
@@ -165,6 +166,11 @@ const QList<CommandInfo> &commands()
          .summary = u"Put saved cues and beat grids back into files."_s,
          .check = checkRestoreCues,
          .run = runRestoreCues},
+        {.name = u"gig-run"_s,
+         .scans = Scans::Yes,
+         .options = {{u"apply-safe-fixes"_s, {}, u"level tracks and hold duplicates"_s}},
+         .summary = u"Go through the steps ahead of a gig, with a set sheet."_s,
+         .run = runGigRun},
         {.name = u"export"_s,
          .argumentUsage = u"TARGET FOLDER"_s,
          .leastArguments = 2,

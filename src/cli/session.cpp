@@ -127,18 +127,23 @@ void Session::printToasts(Status status)
     }
 }
 
+Status Session::statusOfToasts() const
+{
+    const bool hasProblem = std::any_of(m_toasts.begin(), m_toasts.end(),
+                                        [](const Toast &toast) { return toast.isProblem; });
+    return hasProblem ? Status::Refused : Status::Done;
+}
+
 Status Session::reportToasts()
 {
     waitForBackground();
-    const bool hasProblem = std::any_of(m_toasts.begin(), m_toasts.end(),
-                                        [](const Toast &toast) { return toast.isProblem; });
-    const Status status = hasProblem ? Status::Refused : Status::Done;
+    const Status status = statusOfToasts();
     if (wantsJson()) {
         m_output.json().beginObject();
         writeToasts(m_output.json());
         m_output.json().endObject();
     }
-    if (!wantsJson() || hasProblem)
+    if (!wantsJson() || status != Status::Done)
         printToasts(status);
     return status;
 }

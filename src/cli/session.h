@@ -33,8 +33,9 @@ public:
     /// One a line: the result of a run that went well, else what stood in its way.
     void printToasts(Status status);
 
+    /// Refused where any toast of this run tells of a refusal or a failure.
+    Status statusOfToasts() const;
     /// Ends a writing command: waits for what it started in the background and shows its toasts.
-    /// It was refused or has failed if any of them tells of that.
     Status reportToasts();
 
     /// Ends a command whose arguments name nothing that is there, with one line on standard error.

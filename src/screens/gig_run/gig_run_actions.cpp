@@ -1,0 +1,41 @@
+#include "screens/gig_run/gig_run_actions.h"
+
+namespace tarnwick::GigRunActions {
+
+using GigRunFigures::Outcome;
+using GigRunFigures::Step;
+
+namespace {
+
+Outcome level(AppState &app, const Derived &derived)
+{
+    const std::vector<GainItem> items = GigRunFigures::levelling(derived);
+    app.normalizeAllLoudness(items);
+    return {Outcome::State::Done, GigRunFigures::levelled(items.size())};
+}
+
+Outcome dedupe(AppState &app, const Derived &derived)
+{
+    const AppState::Gathering gathering(app);
+    for (const DuplicateGroup &group : derived.duplicateGroups) {
+        if (!group.members.empty())
+            app.resolveDuplicates(group, group.members.front().id());
+    }
+    return {Outcome::State::Done, GigRunFigures::deduplicated(derived.duplicateExcess)};
+}
+
+} // namespace
+
+Outcome runStep(AppState &app, Step step, const Derived &derived, Fixes fixes)
+{
+    const Outcome found = GigRunFigures::findings(step, derived);
+    if (fixes == Fixes::No || !app.canWrite() || found.state == Outcome::State::Done)
+        return found;
+    if (step == Step::Level)
+        return level(app, derived);
+    if (step == Step::Dedupe)
+        return dedupe(app, derived);
+    return found;
+}
+
+} // namespace tarnwick::GigRunActions

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "analysis/derived.h"
+#include "repair/gain_item.h"
+
+#include <QStringList>
+
+#include <vector>
+
+/// The steps of a gig run and the sheet at its end.
+namespace tarnwick::GigRunFigures {
+
+/// In the order in which they run.
+enum class Step { Relink, Grids, Keys, Level, Dedupe, Stems, EngineStick, Verify };
+
+inline constexpr int stepCount = 8;
+
+/// The titles, in that order.
+const QStringList &titles();
+
+/// How a step has ended.
+struct Outcome
+{
+    enum class State { Done, Skipped };
+
+    State state = State::Done;
+    QString text;
+
+    bool operator==(const Outcome &) const = default;
+};
+
+/// What a step says that fixes nothing: what it found, or that there is nothing to find.
+Outcome findings(Step step, const Derived &derived);
+
+/// Tracks to be levelled, each with its gain; empty where all are even.
+std::vector<GainItem> levelling(const Derived &derived);
+QString levelled(size_t tracks);
+QString deduplicated(int copies);
+
+/// The figures of the sheet, over the tracks on disk.
+struct SetSheet
+{
+    int tracks = 0;
+    int crates = 0;    ///< of the library
+    QString length;    ///< "59m" or "1h 1m"
+    QString tempoPath; ///< slowest and fastest in beats a minute; empty without a tempo
+    int keys = 0;      ///< distinct ones
+
+    bool operator==(const SetSheet &) const = default;
+};
+
+SetSheet setSheet(const ScanResult &result, int crateCount);
+
+} // namespace tarnwick::GigRunFigures
