@@ -46,9 +46,21 @@ void appendSyncsafe(QByteArray &out, qint64 value)
         out.append(char((value >> shift) & 0x7F));
 }
 
+/// At most four bytes, which cuts an id that has letters beyond ASCII.
+QByteArray idBytes(const Frame &frame)
+{
+    return frame.id.toUtf8().left(Id3::frameIdSize);
+}
+
+qsizetype sizeOf(const Frame &frame)
+{
+    constexpr qsizetype sizeAndFlags = Id3::frameHeaderSize - Id3::frameIdSize;
+    return idBytes(frame).size() + sizeAndFlags + frame.payload.size();
+}
+
 void appendFrame(QByteArray &out, quint8 major, const Frame &frame)
 {
-    out.append(frame.id.toUtf8().left(Id3::frameIdSize));
+    out.append(idBytes(frame));
     if (major == majorWithSyncsafeSizes) {
         appendSyncsafe(out, frame.payload.size());
     } else {
@@ -113,7 +125,7 @@ QByteArray serializeTagAlone(const Tag &tag)
 {
     qsizetype size = 0;
     for (const Frame &frame : tag.frames)
-        size += Id3::frameHeaderSize + frame.payload.size();
+        size += sizeOf(frame);
     QByteArray out;
     out.reserve(Id3::headerSize + size);
     out.append(Id3::magic);

@@ -67,6 +67,7 @@ private Q_SLOTS:
     void keepsFrameFlags();
     void cutsAnIdToFourBytesOfUtf8();
     void keepsNulInAnId();
+    void countsTheBytesOfAnIdAsWritten();
     void givesTheDescriptionOfAnObject_data();
     void givesTheDescriptionOfAnObject();
     void knowsCueFramesByTheirExactDescription();
@@ -284,6 +285,14 @@ void SeratoGeobTest::keepsNulInAnId()
     const auto tag = SeratoGEOB::readTag(file);
     QCOMPARE(tag.value().frames.at(0).id.size(), 4);
     QCOMPARE(SeratoGEOB::serialize(*tag), file);
+}
+
+void SeratoGeobTest::countsTheBytesOfAnIdAsWritten()
+{
+    const QByteArray written = SeratoGEOB::serialize({3, {{u"TT2"_s, {0, 0}, "x"}}, "audio"});
+    QCOMPARE(written, "ID3\x03\0\0\0\0\0\x0a"
+                      "TT2\0\0\0\1\0\0x"
+                      "audio"_ba);
 }
 
 void SeratoGeobTest::givesTheDescriptionOfAnObject_data()
