@@ -48,6 +48,12 @@ inline void addInteropFiles()
         row("a gain", title().userText("REPLAYGAIN_TRACK_GAIN", "9.99 dB").userText("other", "1"));
         row("a frame that nobody knows",
             title().frame("ZZZZ", "data").frame("TPE1", latin1Text("Somebody")));
+        // To be dropped by programs that change the tag, and not to be changed at all.
+        row("a frame with flags",
+            title().frame("TPE1", latin1Text("Somebody"),
+                          version == 4 ? QByteArray("\x70\0", 2) : QByteArray("\xe0\0", 2)));
+        row("Serato's objects in UTF-16",
+            title().frame("GEOB", utf16ObjectPayload("Serato Notes", "wide")));
     }
 }
 
