@@ -6,6 +6,8 @@
 
 #include <QList>
 
+#include <functional>
+
 namespace tarnwick {
 
 /// What this program has done to the user's libraries, newest first, in "changelog.json".
@@ -43,6 +45,11 @@ public:
     const QList<ChangeEntry> &entries() const { return m_list->records; }
     /// False while `entries` would have to wait for the file.
     bool isLoaded() const { return m_list.isReady(); }
+    /// What waits for the file. May be called on any thread, and outlives the log.
+    std::function<void()> waiting() const
+    {
+        return [list = m_list] { (void)list.shared(); };
+    }
 
     /// Adds an entry of this moment, and gives it.
     ChangeEntry append(const Change &change);

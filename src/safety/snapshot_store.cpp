@@ -85,6 +85,14 @@ Done fill(Snapshot &snapshot, const QString &folder)
     return writeMeta(snapshot, folder);
 }
 
+/// The record goes first: without it, what is left of the folder is no snapshot. So no half of one
+/// is ever listed, however far the removal comes.
+void discard(const QString &folder)
+{
+    if (platform::removeTree(metaPath(folder)))
+        (void)platform::removeTree(folder);
+}
+
 Failure copyFailed(const Failure &cause)
 {
     return {u"Snapshot failed: %1"_s.arg(cause.message)};
@@ -124,7 +132,7 @@ Result<Snapshot> create(const SeratoLibrary::Location &location, const QString &
     snapshot.sourcePath = location.folderPath();
     const QString folder = joinedPath(snapshots, *id);
     if (const Done done = fill(snapshot, folder); !done) {
-        (void)platform::removeTree(folder);
+        discard(folder);
         return tl::unexpected(copyFailed(done.error()));
     }
     return snapshot;
@@ -162,7 +170,7 @@ Done restore(const Snapshot &snapshot, const SeratoLibrary::Location &location)
 void remove(const Snapshot &snapshot)
 {
     if (Store::isPlainName(snapshot.id))
-        (void)platform::removeTree(snapshot.folderPath());
+        discard(snapshot.folderPath());
 }
 
 quint64 totalBytes()

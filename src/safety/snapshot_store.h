@@ -12,7 +12,7 @@
 /// 2. A snapshot exists from the moment at which its "meta.json" is complete, and that is written
 ///    last. What has none is invisible and stays on disk.
 /// 3. A snapshot that can't be completed leaves no folder behind, and never touches one that was
-///    there before.
+///    there before. Where a folder is removed, its "meta.json" goes first.
 /// 4. Going back takes a snapshot first, but goes on without one where none can be made: a broken
 ///    library is what people go back from.
 /// 5. Going back puts each item in place in one step, old or new. It stops at the first that fails
@@ -36,7 +36,7 @@ QList<Snapshot> list();
 /// while Serato runs, ahead of anything else, and with the file system's words.
 Done restore(const Snapshot &snapshot, const SeratoLibrary::Location &location);
 
-/// Removes its folder, as far as it can.
+/// Removes its folder, as far as it can; one whose record can't be removed stays whole.
 void remove(const Snapshot &snapshot);
 
 /// Bytes of all snapshots, as their records state them.

@@ -1,12 +1,14 @@
 #include "safety/change_log.h"
 
 #include "platform/fault_gate.h"
+#include "support/fault_loop.h"
 #include "support/safety_records.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cerrno>
+#include <thread>
 
 using namespace tarnwick;
 using namespace tarnwick::testing;
@@ -21,6 +23,52 @@ const QDateTime noon({2026, 11, 20}, {12, 0}, Qt::UTC);
 ChangeLog::Change relink(const QString &target = u"a.mp3"_s)
 {
     return {.kind = Kind::Relink, .target = target, .detail = u"Relinked"_s};
+}
+
+QString targetsIn(const QString &folder)
+{
+    keepDataIn(folder);
+    QStringList targets;
+    for (const ChangeEntry &entry : ChangeLog().entries())
+        targets << entry.target + (entry.reversed ? u"!"_s : u""_s);
+    return targets.join(u' ');
+}
+
+void prepareLog(const QString &folder)
+{
+    keepDataIn(folder);
+    ChangeLog log;
+    (void)log.append(relink(u"first"_s));
+    (void)log.append(relink(u"second"_s));
+}
+
+void appendThird(const QString &folder)
+{
+    keepDataIn(folder);
+    (void)ChangeLog().append(relink(u"third"_s));
+}
+
+void reverseNewest(const QString &folder)
+{
+    keepDataIn(folder);
+    ChangeLog log;
+    if (!log.entries().isEmpty())
+        (void)log.markReversed(log.entries().first().id);
+}
+
+/// The old log, the new one, or what becomes of one that can't be read: never anything else.
+QList<Interruption> cases()
+{
+    const auto oneOf = [](const QStringList &allowed) {
+        return [allowed](const QString &folder) {
+            const QString found = targetsIn(folder);
+            return allowed.contains(found) ? QString() : u"the log holds "_s + found;
+        };
+    };
+    return {{u"append"_s, prepareLog, appendThird,
+             oneOf({u"second first"_s, u"third second first"_s, u""_s, u"third"_s})},
+            {u"mark as reversed"_s, prepareLog, reverseNewest,
+             oneOf({u"second first"_s, u"second! first"_s, u""_s})}};
 }
 
 ChangeLog::Change snapshotTaken()
@@ -52,7 +100,10 @@ private Q_SLOTS:
     void startsEmptyFromABadFileAndLeavesItUntilTheNextWrite();
     void treatsAnEmptyListLikeNoFile();
     void staysAheadOfADiskThatFails();
+    void catchesUpWhateverCallFails();
+    void isOldOrNewOrEmptyWhateverCallFails();
     void writesTheSameBytesWhetherReadOrNot();
+    void canBeWaitedForOnAnyThread();
 
 private:
     QString file() const { return dataIn(m_folder->path(), u"changelog.json"_s); }
@@ -278,6 +329,56 @@ void ChangeLogTest::staysAheadOfADiskThatFails()
     QCOMPARE(ChangeLog().entries(), log.entries());
 }
 
+void ChangeLogTest::catchesUpWhateverCallFails()
+{
+    ChangeLog log;
+    int calls = 0;
+    int failing = 0;
+    do {
+        calls = 0;
+        ++failing;
+        {
+            const platform::ScopedFaults faults([&](platform::FileOperation, const QString &) {
+                return ++calls == failing ? ENOSPC : 0;
+            });
+            (void)log.append(relink(QString::number(failing)));
+        }
+        QCOMPARE(log.entries().first().target, QString::number(failing));
+        QVERIFY(log.markReversed(log.entries().first().id));
+        QCOMPARE(ChangeLog().entries(), log.entries());
+    } while (calls >= failing);
+    QVERIFY(log.entries().size() >= 4);
+}
+
+void ChangeLogTest::isOldOrNewOrEmptyWhateverCallFails()
+{
+    for (const Interruption &what : cases()) {
+        for (const FaultReport &report :
+             {failAtEachCall(what, EIO), failAtEachCall(what, ENODEV, Fault::Lasting),
+              killAtEachCall(what)}) {
+            QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
+            QVERIFY2(report.calls >= 6, qPrintable(QString::number(report.calls)));
+        }
+    }
+}
+
+void ChangeLogTest::canBeWaitedForOnAnyThread()
+{
+    QByteArrayList texts;
+    for (int i = 0; i < 5000; ++i)
+        texts << R"({"date":"2026-11-20T12:00:00Z","detail":"d","id":"i","kind":"tag",)"
+                 R"("reversed":false,"target":"t"})";
+    put(file(), '[' + texts.join(',') + ']');
+    auto log = std::make_unique<ChangeLog>();
+    const auto wait = log->waiting();
+    std::thread waiter([&] { wait(); });
+    waiter.join();
+    QVERIFY(log->isLoaded());
+    QCOMPARE(log->entries().size(), 5000);
+    log.reset();
+    wait();
+}
+
 void ChangeLogTest::writesTheSameBytesWhetherReadOrNot()
 {
     const platform::ScopedClock clock(noon);
@@ -292,5 +393,5 @@ void ChangeLogTest::writesTheSameBytesWhetherReadOrNot()
     QCOMPARE(contentOf(file()), bytes);
 }
 
-QTEST_GUILESS_MAIN(ChangeLogTest)
+TARNWICK_FAULT_LOOP_MAIN(ChangeLogTest, cases)
 #include "change_log_test.moc"

@@ -2,13 +2,9 @@
 
 #include "platform/clock.h"
 #include "platform/fault_gate.h"
-#include "support/safety_records.h"
-#include "support/tag_builder.h"
-#include "support/track_builder.h"
+#include "support/vault_folder.h"
 #include "tags/geob_files.h"
-#include "tags/serato_tags.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <atomic>
@@ -22,19 +18,15 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QDateTime noon({2026, 11, 20}, {12, 0}, Qt::UTC);
-const QByteArray markers = "Serato Markers2";
-const QByteArray grid = "Serato BeatGrid";
-
-using Tracks = std::vector<ScannedTrack>;
 
 } // namespace
 
-class CueVaultTest : public QObject
+class CueVaultTest : public QObject, private VaultFolder
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init() { renew(); }
     void startsEmptyWithoutAFile();
     void capturesTheFramesOfAFile();
     void leavesAbsentFramesOut();
@@ -44,14 +36,6 @@ private Q_SLOTS:
     void writesOnceForManyFiles();
     void triesAFileThatCouldNotBeReadAgain();
     void takesPathsAsTheDatabaseHoldsThem();
-    void tellsWhatBecameOfAFile_data();
-    void tellsWhatBecameOfAFile();
-    void reportsNoLossForAFileThatIsGone();
-    void countsATrackWhoseTagsWereNotReadAsLost();
-    void namesALoss_data();
-    void namesALoss();
-    void reportsLossesInTheOrderOfTheTracks();
-    void keepsAnEntryThatWasPutBack();
     void countsOnlyEntriesThatHoldAFrame();
     void ordersItsKeysByCodeUnit();
     void writesWhatItReadByteForByte();
@@ -62,49 +46,7 @@ private Q_SLOTS:
     void letsTheMainThreadReadWhileItCaptures();
     void capturesOneAfterTheOther();
     void outlivesItsOwnLoading();
-
-private:
-    QString file() const { return dataIn(m_folder->path(), u"cuevault.json"_s); }
-    QString path(const QString &name) const { return m_folder->filePath(name); }
-    ScannedTrack scanned(const QString &name) const;
-    ScannedTrack write(const QString &name, const QByteArray &content) const;
-    ScannedTrack cued(const QString &name, const QByteArray &data = "cues") const;
-
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void CueVaultTest::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    keepDataIn(m_folder->path());
-}
-
-/// A file as the scan sees it now.
-ScannedTrack CueVaultTest::scanned(const QString &name) const
-{
-    ScannedTrack track;
-    track.track.relativePath = path(name).sliced(1);
-    const QFileInfo info(path(name));
-    track.existsOnDisk = info.isFile();
-    track.onDiskSizeBytes = quint64(info.size());
-    if (const auto presence = SeratoTags::presence(path(name))) {
-        track.hasMarkers = presence->hasMarkers;
-        track.hasBeatGrid = presence->hasBeatGrid;
-        track.tagsRead = true;
-    }
-    return track;
-}
-
-ScannedTrack CueVaultTest::write(const QString &name, const QByteArray &content) const
-{
-    put(path(name), content);
-    return scanned(name);
-}
-
-ScannedTrack CueVaultTest::cued(const QString &name, const QByteArray &data) const
-{
-    return write(name, TagBuilder().object(markers, data).object(grid, "grid").file());
-}
 
 void CueVaultTest::startsEmptyWithoutAFile()
 {
@@ -136,7 +78,7 @@ void CueVaultTest::capturesTheFramesOfAFile()
 
 void CueVaultTest::leavesAbsentFramesOut()
 {
-    const ScannedTrack track = write(u"a.mp3"_s, TagBuilder().object(markers).file());
+    const ScannedTrack track = write(u"a.mp3"_s, TagBuilder().object(markersName).file());
     CueVault vault;
     QCOMPARE(vault.capture(Tracks{track}), 1);
     QVERIFY(contentOf(file()).contains("markers2"));
@@ -151,7 +93,7 @@ void CueVaultTest::passesOverWhatHasNothingToCapture_data()
     QTest::addColumn<bool>("hasGrid");
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<int>("captured");
-    const QByteArray good = TagBuilder().object(markers).object(grid).file();
+    const QByteArray good = TagBuilder().object(markersName).object(gridName).file();
     QTest::newRow("good") << true << true << true << good << 1;
     QTest::newRow("markers alone") << true << true << false << good << 1;
     QTest::newRow("a grid alone") << true << false << true << good << 1;
@@ -236,135 +178,6 @@ void CueVaultTest::takesPathsAsTheDatabaseHoldsThem()
     QCOMPARE(vault.capture(Tracks{slashed, plain, plain}), 2);
     QVERIFY(vault.entry(slashed.track.relativePath).has_value());
     QVERIFY(vault.entry(plain.track.relativePath).has_value());
-}
-
-void CueVaultTest::tellsWhatBecameOfAFile_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<int>("captured");
-    QTest::addColumn<QString>("lost"); // by name; "" for no loss
-    const QByteArray before = TagBuilder().object(markers, "12345678").object(grid, "1234").file();
-    const auto row = [&](const char *name, const QByteArray &content, int captured,
-                         const QString &lost) {
-        QTest::newRow(name) << content << captured << lost;
-    };
-    const auto padded = [&](TagBuilder tag) {
-        const qsizetype missing = before.size() - tag.file().size();
-        return tag.padding(missing).file();
-    };
-    row("nothing", before, 0, {});
-    row("cues stripped", TagBuilder().object("other").file(), 0, u"Hot cues and beat grid"_s);
-    row("cues stripped, same size", padded(TagBuilder().object("x", "")), 0,
-        u"Hot cues and beat grid"_s);
-    row("another copy without cues", "no tag at all", 0, u"Hot cues and beat grid"_s);
-    row("another copy with its own cues",
-        TagBuilder().object(markers, "others").object(grid, "other grid").file(), 1, {});
-    row("cues edited, same size",
-        TagBuilder().object(markers, "87654321").object(grid, "1234").file(), 0, {});
-    row("grid stripped, same size", padded(TagBuilder().object(markers, "12345678")), 0,
-        u"Beat grid"_s);
-    row("grid stripped, other size", TagBuilder().object(markers, "12345678").file(), 1, {});
-    row("markers stripped, same size", padded(TagBuilder().object(grid, "1234")), 0, u"Hot cues"_s);
-}
-
-void CueVaultTest::tellsWhatBecameOfAFile()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(int, captured);
-    QFETCH(QString, lost);
-    const platform::ScopedClock clock(noon);
-    const QByteArray before = TagBuilder().object(markers, "12345678").object(grid, "1234").file();
-    CueVault vault;
-    QCOMPARE(vault.capture(Tracks{write(u"a.mp3"_s, before)}), 1);
-    const CueEntry first = *vault.entry(scanned(u"a.mp3"_s).track.relativePath);
-
-    const ScannedTrack after = write(u"a.mp3"_s, content);
-    QCOMPARE(vault.capture(Tracks{after}), captured);
-    const CueEntry entry = *vault.entry(after.track.relativePath);
-    QCOMPARE(entry == first, captured == 0);
-    if (captured > 0)
-        QCOMPARE(entry.payloads(), SeratoGEOB::captureCueFrames(path(u"a.mp3"_s)));
-    const auto losses = vault.losses(Tracks{after});
-    QCOMPARE(losses.size(), lost.isEmpty() ? 0 : 1);
-    if (!losses.isEmpty()) {
-        QCOMPARE(losses.first().what(), lost);
-        QCOMPARE(losses.first().capturedAt, noon);
-        QCOMPARE(losses.first().track, after);
-    }
-}
-
-void CueVaultTest::reportsNoLossForAFileThatIsGone()
-{
-    CueVault vault;
-    QCOMPARE(vault.capture(Tracks{cued(u"a.mp3"_s)}), 1);
-    QFile::remove(path(u"a.mp3"_s));
-    const ScannedTrack gone = scanned(u"a.mp3"_s);
-    QCOMPARE(vault.capture(Tracks{gone}), 0);
-    QCOMPARE(vault.losses(Tracks{gone}).size(), 0);
-    QCOMPARE(vault.protectedCount(), 1);
-    QCOMPARE(vault.losses(Tracks{scanned(u"unknown.mp3"_s)}).size(), 0);
-}
-
-void CueVaultTest::countsATrackWhoseTagsWereNotReadAsLost()
-{
-    ScannedTrack track = cued(u"a.mp3"_s);
-    CueVault vault;
-    QCOMPARE(vault.capture(Tracks{track}), 1);
-    track.hasMarkers = track.hasBeatGrid = track.tagsRead = false;
-    QCOMPARE(vault.capture(Tracks{track}), 0);
-    QCOMPARE(vault.losses(Tracks{track}).size(), 1);
-}
-
-void CueVaultTest::namesALoss_data()
-{
-    QTest::addColumn<bool>("lostMarkers");
-    QTest::addColumn<bool>("lostGrid");
-    QTest::addColumn<QString>("what");
-    QTest::newRow("both") << true << true << u"Hot cues and beat grid"_s;
-    QTest::newRow("markers") << true << false << u"Hot cues"_s;
-    QTest::newRow("grid") << false << true << u"Beat grid"_s;
-    QTest::newRow("neither") << false << false << u"—"_s;
-}
-
-void CueVaultTest::namesALoss()
-{
-    QFETCH(bool, lostMarkers);
-    QFETCH(bool, lostGrid);
-    CueVault::Loss loss;
-    loss.lostMarkers = lostMarkers;
-    loss.lostGrid = lostGrid;
-    QTEST(loss.what(), "what");
-}
-
-void CueVaultTest::reportsLossesInTheOrderOfTheTracks()
-{
-    Tracks tracks = {cued(u"b.mp3"_s), cued(u"a.mp3"_s), cued(u"c.mp3"_s)};
-    CueVault vault;
-    QCOMPARE(vault.capture(tracks), 3);
-    for (ScannedTrack &track : tracks)
-        track.hasMarkers = track.track.relativePath.endsWith(u"a.mp3"_s);
-    const auto first = vault.losses(tracks);
-    const auto second = vault.losses(tracks);
-    QCOMPARE(first.size(), 2);
-    QCOMPARE(first.at(0).track, tracks.at(0));
-    QCOMPARE(first.at(1).track, tracks.at(2));
-    QCOMPARE(second.at(0).track, first.at(0).track);
-    QVERIFY(second.at(0).id != first.at(0).id && first.at(0).id != first.at(1).id);
-}
-
-void CueVaultTest::keepsAnEntryThatWasPutBack()
-{
-    CueVault vault;
-    QCOMPARE(vault.capture(Tracks{cued(u"a.mp3"_s)}), 1);
-    for (int round = 0; round < 2; ++round) {
-        QVERIFY(SeratoGEOB::stripCueFrames(path(u"a.mp3"_s)));
-        const ScannedTrack stripped = scanned(u"a.mp3"_s);
-        QCOMPARE(vault.capture(Tracks{stripped}), 0);
-        QCOMPARE(vault.losses(Tracks{stripped}).size(), 1);
-        const auto entry = vault.entry(stripped.track.relativePath);
-        QVERIFY(SeratoGEOB::restoreCueFrames(entry->payloads(), path(u"a.mp3"_s)));
-        QCOMPARE(vault.losses(Tracks{scanned(u"a.mp3"_s)}).size(), 0);
-    }
 }
 
 void CueVaultTest::countsOnlyEntriesThatHoldAFrame()

@@ -3,7 +3,6 @@
 #include "platform/fault_gate.h"
 #include "safety/store.h"
 #include "safety/store_file.h"
-#include "support/fault_loop.h"
 #include "support/other_file_system.h"
 #include "support/safety_records.h"
 
@@ -20,104 +19,6 @@ namespace {
 
 const QDateTime noon({2026, 11, 20}, {12, 0}, Qt::UTC);
 const QByteArray audio(200'000, 'a');
-
-QString musicIn(const QString &folder)
-{
-    return folder + u"/music/a.mp3"_s;
-}
-
-/// Where the file is whole: "place", "holding" or both; "nowhere" or "damaged" if it isn't.
-QString whereabouts(const QString &folder)
-{
-    QStringList places;
-    const QByteArray inPlace = contentOf(musicIn(folder));
-    if (inPlace == audio)
-        places << u"place"_s;
-    else if (inPlace != "(none)")
-        return u"damaged"_s;
-    for (const auto &[name, content] : treeOf(dataIn(folder, u"Holding"_s)).toStdMap()) {
-        if (!name.endsWith(u"/a.mp3"_s))
-            continue;
-        if (content != audio)
-            return u"damaged"_s;
-        places << u"holding"_s;
-    }
-    return places.isEmpty() ? u"nowhere"_s : places.join(u" and "_s);
-}
-
-QString troubleOf(const QString &folder, const QStringList &allowed)
-{
-    const QString found = whereabouts(folder);
-    return allowed.contains(found) ? QString() : found;
-}
-
-void prepareMusic(const QString &folder)
-{
-    keepDataIn(folder);
-    put(musicIn(folder), audio);
-}
-
-void prepareHeld(const QString &folder)
-{
-    prepareMusic(folder);
-    const platform::ScopedClock clock(noon);
-    HoldingFolder holding;
-    if (!holding.hold(musicIn(folder), u"test"_s))
-        qFatal("can't hold");
-}
-
-/// The music lies on another file system than the data folder.
-void prepareMusicAcross(const QString &folder)
-{
-    linkToOtherFileSystem(folder + u"/music"_s);
-    prepareMusic(folder);
-}
-
-void prepareHeldAcross(const QString &folder)
-{
-    linkToOtherFileSystem(folder + u"/music"_s);
-    prepareHeld(folder);
-}
-
-void hold(const QString &folder)
-{
-    keepDataIn(folder);
-    HoldingFolder holding;
-    (void)holding.hold(musicIn(folder), u"test"_s);
-}
-
-void giveBack(const QString &folder)
-{
-    keepDataIn(folder);
-    HoldingFolder holding;
-    if (!holding.items().isEmpty())
-        (void)holding.restore(holding.items().first().id);
-}
-
-void purgeAt(const QString &folder, const QDateTime &moment)
-{
-    keepDataIn(folder);
-    HoldingFolder().purgeExpired(moment);
-}
-
-QList<Interruption> cases()
-{
-    // Killed between the copy's arrival and the source's removal, a move leaves both.
-    const auto wholeSomewhere = [](const QString &folder) {
-        return troubleOf(folder, {u"place"_s, u"holding"_s, u"place and holding"_s});
-    };
-    return {{u"hold"_s, prepareMusic, hold, wholeSomewhere},
-            {u"give back"_s, prepareHeld, giveBack, wholeSomewhere},
-            {u"hold across file systems"_s, prepareMusicAcross, hold, wholeSomewhere},
-            {u"give back across file systems"_s, prepareHeldAcross, giveBack, wholeSomewhere},
-            {u"purge too early"_s, prepareHeld,
-             [](const QString &folder) { purgeAt(folder, noon.addDays(29)); }, wholeSomewhere},
-            {u"purge"_s, prepareHeld,
-             [](const QString &folder) { purgeAt(folder, noon.addDays(30)); },
-             [](const QString &folder) {
-                 return troubleOf(folder, {u"holding"_s, u"nowhere"_s});
-             }}};
-}
 
 } // namespace
 
@@ -152,8 +53,6 @@ private Q_SLOTS:
     void startsEmptyFromABadManifest();
     void staysAheadOfADiskThatFails();
     void movesAcrossFileSystems();
-    void losesNothingWhateverCallFails_data();
-    void losesNothingWhateverCallFails();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -493,42 +392,16 @@ void HoldingFolderTest::movesAcrossFileSystems()
 {
     if (!linkToOtherFileSystem(path(u"music"_s)))
         QSKIP("no second file system");
-    put(musicIn(m_folder->path()), audio);
+    put(path(u"music/a.mp3"_s), audio);
     HoldingFolder holding;
-    const auto item = holding.hold(musicIn(m_folder->path()), u"r"_s);
+    const auto item = holding.hold(path(u"music/a.mp3"_s), u"r"_s);
     QVERIFY(item.has_value());
-    QCOMPARE(whereabouts(m_folder->path()), u"holding"_s);
+    QCOMPARE(namesIn(path(u"music"_s)), QStringList());
+    QCOMPARE(contentOf(item->heldPath), audio);
     QVERIFY(holding.restore(item->id));
-    QCOMPARE(whereabouts(m_folder->path()), u"place"_s);
+    QCOMPARE(contentOf(path(u"music/a.mp3"_s)), audio);
+    QVERIFY(!QFileInfo::exists(item->heldPath));
 }
 
-void HoldingFolderTest::losesNothingWhateverCallFails_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("leastCalls");
-    QTest::addColumn<bool>("isAcross");
-    QTest::newRow("hold") << 0 << 7 << false;
-    QTest::newRow("give back") << 1 << 7 << false;
-    QTest::newRow("hold across file systems") << 2 << 20 << true;
-    QTest::newRow("give back across file systems") << 3 << 20 << true;
-    QTest::newRow("purge too early") << 4 << 5 << false;
-    QTest::newRow("purge") << 5 << 9 << false;
-}
-
-void HoldingFolderTest::losesNothingWhateverCallFails()
-{
-    QFETCH(int, index);
-    QFETCH(int, leastCalls);
-    QFETCH(bool, isAcross);
-    if (isAcross && !linkToOtherFileSystem(path(u"music"_s)))
-        QSKIP("no second file system");
-    const Interruption what = cases().at(index);
-    for (const FaultReport &report :
-         {failAtEachCall(what, EIO), failAtEachCall(what, ENOSPC), killAtEachCall(what)}) {
-        QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
-        QVERIFY2(report.calls >= leastCalls, qPrintable(QString::number(report.calls)));
-    }
-}
-
-TARNWICK_FAULT_LOOP_MAIN(HoldingFolderTest, cases)
+QTEST_GUILESS_MAIN(HoldingFolderTest)
 #include "holding_folder_test.moc"

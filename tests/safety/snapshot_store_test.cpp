@@ -2,7 +2,6 @@
 
 #include "platform/clock.h"
 #include "platform/fault_gate.h"
-#include "support/fault_loop.h"
 #include "support/running_program.h"
 #include "support/safety_records.h"
 
@@ -20,116 +19,6 @@ namespace {
 
 const QDateTime noon({2026, 11, 20}, {12, 0}, Qt::UTC);
 constexpr int filesInLibrary = 6; // that a snapshot holds
-
-/// The items of a snapshot as a tree, without what else lies in the folder.
-QMap<QString, QByteArray> itemsIn(const QString &folder)
-{
-    QMap<QString, QByteArray> items;
-    for (const auto &[key, content] : treeOf(folder).toStdMap()) {
-        if (SnapshotSet::entries().contains(key.section(u'/', 0, 0)))
-            items[key] = content;
-    }
-    return items;
-}
-
-QMap<QString, QByteArray> itemsOf(const SeratoLibrary::Location &location)
-{
-    return itemsIn(location.folderPath());
-}
-
-QMap<QString, QByteArray> itemNamed(const QMap<QString, QByteArray> &items, const QString &name)
-{
-    QMap<QString, QByteArray> found;
-    for (const auto &[key, content] : items.toStdMap()) {
-        if (key == name || key.startsWith(name + u'/'))
-            found[key] = content;
-    }
-    return found;
-}
-
-/// A library whose items all read "old", and its twin.
-void prepareLibrary(const QString &folder)
-{
-    keepDataIn(folder);
-    fillLibrary(folder, "old");
-    fillLibrary(folder + u"/twin"_s, "old");
-}
-
-/// The library reads "new" now, and a snapshot of the old one exists.
-void prepareSnapshot(const QString &folder)
-{
-    prepareLibrary(folder);
-    if (!SnapshotStore::create(libraryIn(folder), u"old"_s))
-        qFatal("can't take a snapshot");
-    fillLibrary(folder, "new");
-    fillLibrary(folder + u"/new twin"_s, "new");
-}
-
-/// Every snapshot that is listed is whole, and the library as it was.
-QString troubleAfterCreate(const QString &folder)
-{
-    keepDataIn(folder);
-    const auto twin = itemsOf(libraryIn(folder + u"/twin"_s));
-    if (itemsOf(libraryIn(folder)) != twin)
-        return u"the library has changed"_s;
-    for (const Snapshot &snapshot : SnapshotStore::list()) {
-        if (itemsIn(snapshot.folderPath()) != twin || snapshot.fileCount != filesInLibrary)
-            return u"half a snapshot is listed"_s;
-    }
-    return {};
-}
-
-/// As above, and nothing invisible is left either.
-QString troubleAfterFailedCreate(const QString &folder)
-{
-    if (const QString trouble = troubleAfterCreate(folder); !trouble.isEmpty())
-        return trouble;
-    const qsizetype folders = namesIn(dataIn(folder, u"Snapshots"_s)).size();
-    return folders == SnapshotStore::list().size() ? QString() : u"a failed snapshot was left"_s;
-}
-
-/// Each item of the library is the old one or the new one as a whole, and so is every snapshot.
-QString troubleAfterRestore(const QString &folder)
-{
-    keepDataIn(folder);
-    const auto old = itemsOf(libraryIn(folder + u"/twin"_s));
-    const auto young = itemsOf(libraryIn(folder + u"/new twin"_s));
-    const auto present = itemsOf(libraryIn(folder));
-    for (const QString &name : SnapshotSet::entries()) {
-        const auto item = itemNamed(present, name);
-        if (item != itemNamed(old, name) && item != itemNamed(young, name))
-            return u"half an item: "_s + name;
-    }
-    bool isOldThere = false;
-    for (const Snapshot &snapshot : SnapshotStore::list()) {
-        const auto &wanted = snapshot.reason == u"old"_s ? old : young;
-        isOldThere = isOldThere || snapshot.reason == u"old"_s;
-        if (itemsIn(snapshot.folderPath()) != wanted)
-            return u"a snapshot has changed"_s;
-    }
-    return isOldThere ? QString() : u"the snapshot has gone"_s;
-}
-
-void create(const QString &folder)
-{
-    keepDataIn(folder);
-    (void)SnapshotStore::create(libraryIn(folder), u"new"_s);
-}
-
-void restore(const QString &folder)
-{
-    keepDataIn(folder);
-    for (const Snapshot &snapshot : SnapshotStore::list()) {
-        if (snapshot.reason == u"old"_s)
-            (void)SnapshotStore::restore(snapshot, libraryIn(folder));
-    }
-}
-
-QList<Interruption> cases()
-{
-    return {{u"create"_s, prepareLibrary, create, troubleAfterCreate},
-            {u"restore"_s, prepareSnapshot, restore, troubleAfterRestore}};
-}
 
 } // namespace
 
@@ -169,8 +58,6 @@ private Q_SLOTS:
     void removesNothingButSnapshots_data();
     void removesNothingButSnapshots();
     void sumsUpTheBytesOfTheRecords();
-    void leavesNothingHalfDoneWhateverCallFails();
-    void leavesNoItemHalfRestoredWhateverCallFails();
 
 private:
     QString root() const { return m_folder->path(); }
@@ -569,29 +456,5 @@ void SnapshotStoreTest::sumsUpTheBytesOfTheRecords()
     QCOMPARE(SnapshotStore::totalBytes(), quint64(10));
 }
 
-void SnapshotStoreTest::leavesNothingHalfDoneWhateverCallFails()
-{
-    Interruption what = cases().at(0);
-    const FaultReport killed = killAtEachCall(what);
-    QVERIFY2(killed.trouble.isEmpty(), qPrintable(killed.trouble));
-    QVERIFY(killed.calls > 60);
-    // A removal that fails too leaves what it could not remove.
-    what.trouble = troubleAfterFailedCreate;
-    for (const int error : {EIO, ENOSPC}) {
-        const FaultReport failed = failAtEachCall(what, error);
-        QVERIFY2(failed.trouble.isEmpty(), qPrintable(failed.trouble));
-        QVERIFY(failed.calls > 60);
-    }
-}
-
-void SnapshotStoreTest::leavesNoItemHalfRestoredWhateverCallFails()
-{
-    const Interruption what = cases().at(1);
-    for (const FaultReport &report : {failAtEachCall(what, EIO), killAtEachCall(what)}) {
-        QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
-        QVERIFY2(report.calls > 150, qPrintable(QString::number(report.calls)));
-    }
-}
-
-TARNWICK_FAULT_LOOP_MAIN(SnapshotStoreTest, cases)
+QTEST_GUILESS_MAIN(SnapshotStoreTest)
 #include "snapshot_store_test.moc"

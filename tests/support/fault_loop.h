@@ -50,8 +50,11 @@ inline QString placeForRuns()
     return place + QStringLiteral("/tarnwick-run-XXXXXX");
 }
 
+/// Whether one call fails, or that one and all behind it, as where a disk goes away.
+enum class Fault { Once, Lasting };
+
 /// Lets the n-th call fail with an errno value, for n = 1, 2, 3 … until the operation has no more.
-inline FaultReport failAtEachCall(const Interruption &what, int error)
+inline FaultReport failAtEachCall(const Interruption &what, int error, Fault fault = Fault::Once)
 {
     FaultReport report;
     for (;; ++report.calls) {
@@ -62,10 +65,10 @@ inline FaultReport failAtEachCall(const Interruption &what, int error)
         {
             platform::ScopedFaults faults(
                 [&](platform::FileOperation operation, const QString &path) {
-                    if (left-- != 0)
-                        return 0;
-                    call = QStringLiteral("operation %1 on %2").arg(int(operation)).arg(path);
-                    return error;
+                    if (left-- == 0)
+                        call = QStringLiteral("operation %1 on %2").arg(int(operation)).arg(path);
+                    const bool fails = fault == Fault::Lasting ? left < 0 : left == -1;
+                    return fails ? error : 0;
                 });
             what.act(folder.path());
         }

@@ -43,4 +43,38 @@ inline void fillLibrary(const QString &folder, const QByteArray &word)
     put(path + QStringLiteral("History/Sessions/1.session"), "session " + word);
 }
 
+/// The items of a snapshot as a tree, without what else lies in the folder.
+inline QMap<QString, QByteArray> itemsIn(const QString &folder)
+{
+    QMap<QString, QByteArray> items;
+    for (const auto &[key, content] : treeOf(folder).toStdMap()) {
+        if (SnapshotSet::entries().contains(key.section(u'/', 0, 0)))
+            items[key] = content;
+    }
+    return items;
+}
+
+inline QMap<QString, QByteArray> itemsOf(const SeratoLibrary::Location &location)
+{
+    return itemsIn(location.folderPath());
+}
+
+/// A library whose items all read "old", and its twin.
+inline void prepareLibrary(const QString &folder)
+{
+    keepDataIn(folder);
+    fillLibrary(folder, "old");
+    fillLibrary(folder + QStringLiteral("/twin"), "old");
+}
+
+/// The library reads "new" now, and a snapshot of the old one exists.
+inline void prepareSnapshot(const QString &folder)
+{
+    prepareLibrary(folder);
+    if (!SnapshotStore::create(libraryIn(folder), QStringLiteral("old")))
+        qFatal("can't take a snapshot");
+    fillLibrary(folder, "new");
+    fillLibrary(folder + QStringLiteral("/new twin"), "new");
+}
+
 } // namespace tarnwick::testing
