@@ -23,8 +23,9 @@ AppState::AppState(Environment environment, QObject *parent)
 {
     // Held files that have expired go before anything else is looked at.
     m_holding.purgeExpired();
-    syncSafety();
+    // First, so that a store which gets ready in between is seen by at least one of the two.
     syncSafetyOnceLoaded();
+    syncSafety();
     m_locations = SeratoLibrary::discover();
     m_seratoRunning = SeratoLibrary::isSeratoRunning();
     if (environmentValue("TARNWICK_AUTOSCAN") != u"1"_s)

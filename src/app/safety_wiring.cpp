@@ -29,11 +29,12 @@ void AppState::syncSafetyOnceLoaded()
     if (m_changeLog.isLoaded() && m_cueVault->isLoaded())
         return;
     runInBackground(
-        platform::Priority::UserInitiated, [vault = m_cueVault] { return vault->protectedCount(); },
-        [this](int) {
-            (void)m_changeLog.entries();
-            syncSafety();
-        });
+        platform::Priority::UserInitiated,
+        [vault = m_cueVault, waitForLog = m_changeLog.waiting()] {
+            waitForLog();
+            return vault->protectedCount();
+        },
+        [this](int) { syncSafety(); });
 }
 
 void AppState::captureCueVault()

@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(m_fixture->launchAndScan().cueProtected(), 1);
         QVERIFY(m_fixture->root().read(u"data/Tarnwick/cuevault.json"_s).contains("marked.mp3"));
         // A restart reads it back.
-        QCOMPARE(m_fixture->launch().cueProtected() >= 0, true);
+        m_fixture->launch(AppState::Environment::Ignored);
         QVERIFY(m_fixture->waitUntilIdle());
         QCOMPARE(m_fixture->app().cueProtected(), 1);
     }
