@@ -4,8 +4,8 @@
 #include "foundation/paths.h"
 #include "platform/file_search.h"
 #include "platform/files.h"
+#include "platform/mounts.h"
 
-#include <QByteArrayList>
 #include <QSet>
 
 #include <algorithm>
@@ -24,54 +24,6 @@ using namespace Qt::StringLiterals;
 namespace tarnwick::platform {
 
 namespace {
-
-/// File systems that are no disks, by the name the kernel has for them. Those of `fuse.` come from
-/// programs, most of them over a network; a disk behind fuse is called "fuseblk".
-bool isNoDisk(QByteArrayView type)
-{
-    static const QByteArrayList names = {
-        "9p",         "afs",       "autofs",   "binfmt_misc", "bpf",       "ceph",
-        "cgroup",     "cgroup2",   "cifs",     "coda",        "configfs",  "debugfs",
-        "devpts",     "devtmpfs",  "efivarfs", "fusectl",     "hugetlbfs", "mqueue",
-        "ncpfs",      "nfs",       "nfs4",     "nsfs",        "proc",      "pstore",
-        "securityfs", "selinuxfs", "smb3",     "smbfs",       "sysfs",     "tracefs",
-    };
-    return names.contains(type.toByteArray()) || type.startsWith("fuse.");
-}
-
-/// A mount point as the kernel lists it, its octal escapes resolved.
-QByteArray unescaped(const QByteArray &field)
-{
-    QByteArray path;
-    for (qsizetype i = 0; i < field.size(); ++i) {
-        bool isOctal = false;
-        const int code = field.mid(i + 1, 3).toInt(&isOctal, 8);
-        if (field.at(i) == '\\' && isOctal) {
-            path.append(char(code));
-            i += 3;
-        } else {
-            path.append(field.at(i));
-        }
-    }
-    return path;
-}
-
-/// The mount points below which no disk lies. Asked of the list of mounts, not of the folders: a
-/// network drive that has gone away would not answer.
-QSet<QByteArray> mountsThatAreNoDisks()
-{
-    constexpr int mountPointField = 4;
-    QSet<QByteArray> mounts;
-    const QByteArray list = readFile(u"/proc/self/mountinfo"_s).value_or(QByteArray());
-    for (const QByteArray &line : list.split('\n')) {
-        const QByteArrayList fields = line.split(' ');
-        const qsizetype separator = fields.indexOf("-");
-        if (separator > mountPointField && separator + 1 < fields.size() &&
-            isNoDisk(fields.at(separator + 1)))
-            mounts.insert(unescaped(fields.at(mountPointField)));
-    }
-    return mounts;
-}
 
 bool isAscii(std::string_view text)
 {
@@ -115,7 +67,7 @@ class Walk
 {
 public:
     Walk(const FileSearch &search, const QStringList &texts)
-        : m_leftOut(mountsThatAreNoDisks())
+        : m_leftOut(Mounts::now().thatAreNoDisks())
         , m_needles(texts.begin(), texts.end())
         , m_found(texts.size())
     {

@@ -1,8 +1,10 @@
 #include "platform/volumes.h"
 
 #include "foundation/paths.h"
+#include "platform/ask.h"
 #include "platform/environment.h"
 #include "platform/files.h"
+#include "platform/mounts.h"
 
 #include <optional>
 
@@ -27,14 +29,24 @@ QStringList volumeFolders()
     return folders;
 }
 
+/// None where the folder can't be listed, or not in time.
+QStringList namesIn(const QString &folder, const Mounts &mounts)
+{
+    const auto list = [folder] { return listFolder(folder).value_or(QStringList()); };
+    if (!mounts.mayNeverAnswer(folder))
+        return list();
+    auto names = ask(list);
+    return names.wait_for(patience) == std::future_status::ready ? names.get() : QStringList();
+}
+
 } // namespace
 
 QList<Volume> volumes()
 {
+    const Mounts mounts = Mounts::now();
     QList<Volume> found;
     for (const QString &folder : volumeFolders()) {
-        const QStringList names = listFolder(folder).value_or(QStringList());
-        for (const QString &name : names)
+        for (const QString &name : namesIn(folder, mounts))
             found.append({name, joinedPath(folder, name)});
     }
     return found;

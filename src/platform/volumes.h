@@ -15,8 +15,8 @@ struct Volume
 };
 
 /// The entries of `/Volumes` on every system, then on Linux those of `/media/$USER`,
-/// `/run/media/$USER` and `/mnt`; a folder that can't be listed adds nothing. Name order within
-/// each folder.
+/// `/run/media/$USER` and `/mnt`; a folder that can't be listed, or not within a second, adds
+/// nothing. Name order within each folder.
 QList<Volume> volumes();
 
 /// The volume below which a path lies; nothing for one on the system disk.

@@ -1,5 +1,7 @@
 #include "platform/background.h"
 
+#include "platform/ask.h"
+
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QSemaphore>
@@ -20,6 +22,7 @@ private Q_SLOTS:
     void leavesTheAnswerOutForAnOwnerThatHasGone();
     void startsManyTasksAtOnce();
     void handsCallsToTheMainThreadInOrder();
+    void waitsForAnAnswerNoLongerThanItsCallerWants();
 };
 
 void BackgroundTest::worksElsewhereAndAnswersOnTheMainThread_data()
@@ -100,6 +103,20 @@ void BackgroundTest::handsCallsToTheMainThreadInOrder()
             callOnMainThread([&calls, i] { calls.append(i); });
     });
     QTRY_COMPARE(calls, (QList<int>{0, 1, 2}));
+}
+
+void BackgroundTest::waitsForAnAnswerNoLongerThanItsCallerWants()
+{
+    auto answer = ask([] { return QThread::currentThread(); });
+    QVERIFY(answer.get() != thread());
+    const auto never = std::make_shared<QSemaphore>();
+    auto late = ask([never] {
+        never->acquire();
+        return 1;
+    });
+    QCOMPARE(late.wait_for(std::chrono::milliseconds(1)), std::future_status::timeout);
+    never->release();
+    QCOMPARE(late.get(), 1);
 }
 
 QTEST_GUILESS_MAIN(BackgroundTest)

@@ -1,9 +1,13 @@
 #include "platform/volumes.h"
 
+#include "platform/fault_gate.h"
+#include "platform/mounts.h"
+#include "support/mount_list.h"
 #include "support/test_files.h"
 
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 using namespace tarnwick::platform;
 using namespace tarnwick::testing;
@@ -17,6 +21,7 @@ private Q_SLOTS:
     void init();
     void listsTheEntriesOfEachFolderInNameOrder();
     void skipsAFolderThatCannotBeListed();
+    void listsAFolderAcrossTheNetworkInTheBackground();
     void looksWhereTheSystemMounts();
     void namesTheVolumeOfAPath_data();
     void namesTheVolumeOfAPath();
@@ -50,6 +55,23 @@ void VolumesTest::skipsAFolderThatCannotBeListed()
     const QString there = m_folder.filePath(u"mnt"_s);
     const ScopedVolumeFolders folders({m_folder.filePath(u"none"_s), there});
     QCOMPARE(volumes().size(), 2);
+}
+
+void VolumesTest::listsAFolderAcrossTheNetworkInTheBackground()
+{
+    const QString local = m_folder.filePath(u"Volumes"_s);
+    const QString share = m_folder.filePath(u"mnt"_s);
+    const ScopedVolumeFolders folders({local, share});
+    const ScopedMounts mounts(mountList({{share, "nfs4"}}));
+    QHash<QString, QThread *> listedOn;
+    const ScopedFaults watch([&](FileOperation operation, const QString &path) {
+        if (operation == FileOperation::List)
+            listedOn[path] = QThread::currentThread();
+        return 0;
+    });
+    QCOMPARE(volumes().size(), 5);
+    QCOMPARE(listedOn.value(local), thread());
+    QVERIFY(listedOn.value(share) && listedOn.value(share) != thread());
 }
 
 void VolumesTest::looksWhereTheSystemMounts()

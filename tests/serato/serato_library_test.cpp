@@ -1,12 +1,17 @@
 #include "serato/serato_library.h"
 
+#include "platform/fault_gate.h"
+#include "platform/mounts.h"
 #include "platform/volumes.h"
+#include "support/mount_list.h"
 #include "support/test_folder.h"
 
 #include <QProcess>
 #include <QScopeGuard>
+#include <QSemaphore>
 #include <QSet>
 #include <QTest>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -36,6 +41,9 @@ private Q_SLOTS:
     void librariesAreOrderedByPath();
     void onePathIsListedOnceAndTheFirstWayWins();
     void linkedVolumesAreLibrariesOfTheirOwn();
+    void librariesAcrossTheNetworkAreListedWhereTheyAnswer();
+    void asksHomeAcrossTheNetworkInTheBackground();
+    void doesNotWaitForADriveThatHasGoneAway();
     void onlySeratoItselfCountsAsRunning_data();
     void onlySeratoItselfCountsAsRunning();
     void seratoThatHasEndedIsNotRunning();
@@ -167,6 +175,55 @@ void SeratoLibraryTest::linkedVolumesAreLibrariesOfTheirOwn()
     m_folder->write(u"volumes/USB/_Serato_/database V2"_s);
     QVERIFY(QFile::link(m_folder->path(u"volumes/USB"_s), m_folder->path(u"volumes/link"_s)));
     QCOMPARE(foundNames(), QStringList({u"USB"_s, u"link"_s}));
+}
+
+void SeratoLibraryTest::librariesAcrossTheNetworkAreListedWhereTheyAnswer()
+{
+    m_folder->makeFolder(u"home/Music/_Serato_"_s);
+    m_folder->makeFolder(u"volumes/USB/_Serato_"_s);
+    m_folder->write(u"volumes/A share/_Serato_/database V2"_s);
+    m_folder->makeFolder(u"volumes/B share"_s);
+    const platform::ScopedMounts mounts(
+        mountList({{m_folder->path(u"volumes/A share"_s), "nfs4"},
+                   {m_folder->path(u"volumes/B share"_s), "fuse.sshfs"}}));
+    QCOMPARE(foundNames(), QStringList({systemDisk, u"A share"_s, u"USB"_s}));
+    QVERIFY(SeratoLibrary::discover().at(1).hasDatabase);
+}
+
+void SeratoLibraryTest::asksHomeAcrossTheNetworkInTheBackground()
+{
+    const QString share = m_folder->path(u"share"_s);
+    m_folder->write(u"share/_Serato_/database V2"_s);
+    QVERIFY(QFile::link(share, m_folder->path(u"home/Music"_s)));
+    const platform::ScopedMounts mounts(mountList({{share, "cifs"}}));
+    bool asked = false;
+    bool askedOnThisThread = false;
+    const platform::ScopedFaults watch([&](platform::FileOperation, const QString &path) {
+        if (path.startsWith(SeratoLibrary::homeLibrary())) {
+            asked = true;
+            askedOnThisThread |= QThread::currentThread() == thread();
+        }
+        return 0;
+    });
+    QCOMPARE(foundNames(), QStringList{systemDisk});
+    QVERIFY(asked);
+    QVERIFY(!askedOnThisThread);
+}
+
+void SeratoLibraryTest::doesNotWaitForADriveThatHasGoneAway()
+{
+    const QString share = m_folder->path(u"volumes/Z share"_s);
+    m_folder->write(u"volumes/Z share/_Serato_/database V2"_s);
+    m_folder->makeFolder(u"volumes/USB/_Serato_"_s);
+    const platform::ScopedMounts mounts(mountList({{share, "nfs4"}}));
+    QSemaphore comesBack;
+    const platform::ScopedFaults gone([&](platform::FileOperation, const QString &path) {
+        if (path.startsWith(share))
+            comesBack.acquire();
+        return 0;
+    });
+    QCOMPARE(foundNames(), QStringList{u"USB"_s});
+    comesBack.release(2);
 }
 
 void SeratoLibraryTest::onlySeratoItselfCountsAsRunning_data()
