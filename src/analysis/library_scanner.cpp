@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/within_memory.h"
 #include "serato/serato_parser.h"
 #include "tags/serato_tags.h"
 
@@ -44,10 +45,8 @@ ScannedTrack scanned(SeratoTrack &&track, ReadTags readTags)
     return result;
 }
 
-} // namespace
-
-Result<ScanResult> scan(const SeratoLibrary::Location &location, ReadTags readTags,
-                        const ProgressFunction &progress)
+Result<ScanResult> scanAll(const SeratoLibrary::Location &location, ReadTags readTags,
+                           const ProgressFunction &progress)
 {
     progress({});
     Result<std::vector<SeratoTrack>> tracks = SeratoParser::parseDatabase(location.databasePath());
@@ -68,6 +67,15 @@ Result<ScanResult> scan(const SeratoLibrary::Location &location, ReadTags readTa
     progress(state);
     result.scannedAt = platform::now();
     return result;
+}
+
+} // namespace
+
+Result<ScanResult> scan(const SeratoLibrary::Location &location, ReadTags readTags,
+                        const ProgressFunction &progress)
+{
+    return platform::readWithinMemory(location.databasePath(),
+                                      [&] { return scanAll(location, readTags, progress); });
 }
 
 } // namespace tarnwick::LibraryScanner

@@ -102,4 +102,13 @@ FileHandle::SystemResult<qsizetype> FileHandle::readAtLeast(char *out, qsizetype
     return filled;
 }
 
+FileHandle::SystemResult<void> FileHandle::skip(quint64 count)
+{
+    if (const int fault = faultFor(FileOperation::Read, m_path))
+        return tl::unexpected(fault);
+    if (::lseek(m_descriptor, off_t(count), SEEK_CUR) < 0)
+        return tl::unexpected(errno);
+    return {};
+}
+
 } // namespace tarnwick::platform

@@ -41,6 +41,9 @@ public:
     /// system gives them in the same call.
     SystemResult<qsizetype> readAtLeast(char *out, qsizetype least, qsizetype capacity);
 
+    /// Goes on as many bytes further without reading them.
+    SystemResult<void> skip(quint64 count);
+
 private:
     FileHandle(int descriptor, quint64 size, const QString &path)
         : m_descriptor(descriptor)

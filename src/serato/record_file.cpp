@@ -33,32 +33,60 @@ RecordFile::RecordFile(platform::FileHandle file, const QString &path)
     , m_unread(m_file.size())
 {}
 
-Result<std::optional<Field>> RecordFile::next()
+Result<std::optional<Field>> RecordFile::next(Tag wanted)
 {
     for (;;) {
         ByteReader reader(buffered());
         if (const std::optional<Field> field = SeratoParser::takeField(reader)) {
             m_start += reader.position();
-            return field;
+            if (field->tag == wanted)
+                return field;
+            continue;
         }
-        const std::optional<quint64> wanted = sizeOfNext();
-        if (!wanted || *wanted > rest())
+        const Result<bool> more = reachNext(wanted);
+        if (!more)
+            return tl::unexpected(more.error());
+        if (!*more)
             return std::nullopt;
-        if (const Done filled = fill(*wanted); !filled)
-            return tl::unexpected(filled.error());
     }
 }
 
-/// How many bytes must be there for the next record, or for its header where that isn't there yet;
-/// nothing where no record begins.
-std::optional<quint64> RecordFile::sizeOfNext() const
+/// Brings the next record into the buffer, its header where that isn't there yet, or goes past it
+/// where it isn't wanted. False where no whole record begins.
+Result<bool> RecordFile::reachNext(Tag wanted)
 {
-    const QByteArrayView bytes = buffered();
-    if (bytes.size() < headerSize)
-        return headerSize;
-    if (!Tag::at(bytes.data()))
-        return std::nullopt;
-    return headerSize + quint64(qFromBigEndian<quint32>(bytes.data() + Tag::size));
+    quint64 size = headerSize;
+    bool isWanted = true;
+    if (buffered().size() >= headerSize) {
+        const std::optional<Tag> tag = Tag::at(buffered().data());
+        if (!tag)
+            return false;
+        size = sizeOfNext();
+        isWanted = *tag == wanted;
+    }
+    if (size > rest())
+        return false;
+    const Done done = isWanted ? fill(size) : skip(size);
+    if (!done)
+        return tl::unexpected(done.error());
+    return true;
+}
+
+/// Of the record whose header is in the buffer.
+quint64 RecordFile::sizeOfNext() const
+{
+    return headerSize + quint64(qFromBigEndian<quint32>(buffered().data() + Tag::size));
+}
+
+/// Goes past what is buffered, and on.
+Done RecordFile::skip(quint64 count)
+{
+    const quint64 further = count - quint64(buffered().size());
+    m_start = m_end;
+    if (const auto skipped = m_file.skip(further); !skipped)
+        return tl::unexpected(platform::describeFailure(m_path, u"read"_s, skipped.error()));
+    m_unread -= further;
+    return {};
 }
 
 /// Brings at least `wanted` bytes into the buffer, fewer only if the file has become shorter.

@@ -14,9 +14,10 @@ public:
     /// Fails if there is no regular file that can be opened.
     static Result<RecordFile> open(const QString &path);
 
-    /// The next record; its payload stands until the next call. Nothing at the end, and nothing
-    /// from there on at the first record that is cut or has no ASCII tag. Fails if the disk does.
-    Result<std::optional<SeratoParser::Field>> next();
+    /// The next record of that tag; its payload stands until the next call. Others are passed over,
+    /// however large. Nothing at the end, and nothing from there on at the first record that is cut
+    /// or has no ASCII tag. Fails if the disk does. Throws std::bad_alloc.
+    Result<std::optional<SeratoParser::Field>> next(Tag wanted);
 
     /// Size of the file when it was opened, in bytes.
     quint64 size() const { return m_file.size(); }
@@ -30,8 +31,10 @@ private:
     {
         return QByteArrayView(m_buffer).sliced(m_start, m_end - m_start);
     }
-    std::optional<quint64> sizeOfNext() const;
+    Result<bool> reachNext(Tag wanted);
+    quint64 sizeOfNext() const;
     Done fill(quint64 wanted);
+    Done skip(quint64 count);
 
     platform::FileHandle m_file;
     QString m_path;

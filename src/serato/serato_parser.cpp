@@ -1,8 +1,11 @@
 #include "serato/serato_parser.h"
 
+#include "platform/within_memory.h"
 #include "serato/record_file.h"
 #include "serato/shared_texts.h"
 #include "serato/track_fields.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +18,8 @@ constexpr Tag crateEntryTag = "ptrk"_tag;
 
 /// A guess at the bytes that a track takes in a database, with most of its fields filled in.
 constexpr quint64 usualRecordSize = 512;
+/// Beyond any library: a file that is larger than one gets no memory on trust.
+constexpr quint64 mostTracksExpected = 1'000'000;
 
 /// Says where a sequence stopped ahead of its end.
 void noteRest(Notes *notes, const QString &place, quint64 rest, quint64 size)
@@ -32,13 +37,16 @@ public:
         : m_bytes(bytes)
     {}
 
-    Result<std::optional<Field>> next()
+    Result<std::optional<Field>> next(Tag wanted)
     {
-        ByteReader reader(m_bytes.sliced(m_walked));
-        const std::optional<Field> field = takeField(reader);
-        if (field)
-            m_walked += reader.position();
-        return field;
+        for (;;) {
+            ByteReader reader(m_bytes.sliced(m_walked));
+            const std::optional<Field> field = takeField(reader);
+            if (field)
+                m_walked += reader.position();
+            if (!field || field->tag == wanted)
+                return field;
+        }
     }
 
     quint64 size() const { return quint64(m_bytes.size()); }
@@ -55,13 +63,11 @@ Done walkTracks(Records &records, Notes *notes, BeginTrack &&beginTrack, Visit &
 {
     int index = 0;
     for (;;) {
-        const auto record = records.next();
+        const auto record = records.next(trackTag);
         if (!record)
             return tl::unexpected(record.error());
         if (!*record)
             break;
-        if ((*record)->tag != trackTag)
-            continue;
         const QByteArrayView payload = (*record)->payload;
         beginTrack();
         const qsizetype walked = walk(payload, visit);
@@ -78,7 +84,7 @@ template <typename Records>
 Result<std::vector<SeratoTrack>> tracksOf(Records &records, Notes *notes)
 {
     std::vector<SeratoTrack> tracks;
-    tracks.reserve(records.size() / usualRecordSize);
+    tracks.reserve(size_t(std::min(records.size() / usualRecordSize, mostTracksExpected)));
     SharedTexts texts;
     const Done done = walkTracks(
         records, notes, [&] { tracks.emplace_back(); },
@@ -86,6 +92,25 @@ Result<std::vector<SeratoTrack>> tracksOf(Records &records, Notes *notes)
     if (!done)
         return tl::unexpected(done.error());
     return tracks;
+}
+
+Result<QStringList> pathsOf(const QString &path, Notes *notes)
+{
+    Result<RecordFile> file = RecordFile::open(path);
+    if (!file)
+        return tl::unexpected(file.error());
+    QStringList paths;
+    const auto collect = [&](const Field &field) {
+        if (field.tag != crateEntryTag)
+            return;
+        if (const QString entry = field.text(); !entry.isEmpty())
+            paths.append(entry);
+    };
+    if (const Done done = walkTracks(
+            *file, notes, [] {}, collect);
+        !done)
+        return tl::unexpected(done.error());
+    return paths;
 }
 
 } // namespace
@@ -105,29 +130,17 @@ std::vector<SeratoTrack> tracksIn(QByteArrayView bytes, Notes *notes)
 
 Result<std::vector<SeratoTrack>> parseDatabase(const QString &path, Notes *notes)
 {
-    Result<RecordFile> file = RecordFile::open(path);
-    if (!file)
-        return tl::unexpected(file.error());
-    return tracksOf(*file, notes);
+    return platform::readWithinMemory(path, [&]() -> Result<std::vector<SeratoTrack>> {
+        Result<RecordFile> file = RecordFile::open(path);
+        if (!file)
+            return tl::unexpected(file.error());
+        return tracksOf(*file, notes);
+    });
 }
 
 Result<QStringList> parseCrate(const QString &path, Notes *notes)
 {
-    Result<RecordFile> file = RecordFile::open(path);
-    if (!file)
-        return tl::unexpected(file.error());
-    QStringList paths;
-    const auto collect = [&](const Field &field) {
-        if (field.tag != crateEntryTag)
-            return;
-        if (const QString entry = field.text(); !entry.isEmpty())
-            paths.append(entry);
-    };
-    if (const Done done = walkTracks(
-            *file, notes, [] {}, collect);
-        !done)
-        return tl::unexpected(done.error());
-    return paths;
+    return platform::readWithinMemory(path, [&] { return pathsOf(path, notes); });
 }
 
 } // namespace tarnwick::SeratoParser

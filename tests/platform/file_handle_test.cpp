@@ -22,6 +22,7 @@ private Q_SLOTS:
     void refusesWhatIsNoRegularFile_data();
     void refusesWhatIsNoRegularFile();
     void passesFaultsOn();
+    void skipsWithoutReading();
     void movesItsFileAlong();
 
 private:
@@ -86,6 +87,21 @@ void FileHandleTest::passesFaultsOn()
     char byte = 0;
     QCOMPARE(file->read(&byte, 1).error(), EIO);
     QCOMPARE(FileHandle::openForReading(m_folder.filePath(u"a"_s)).error(), EIO);
+}
+
+void FileHandleTest::skipsWithoutReading()
+{
+    put(m_folder.filePath(u"a"_s), "abcdef");
+    auto file = FileHandle::openForReading(m_folder.filePath(u"a"_s));
+    char byte = 0;
+    QCOMPARE(file->read(&byte, 1), qsizetype(1));
+    QVERIFY(file->skip(3));
+    QCOMPARE(file->read(&byte, 1), qsizetype(1));
+    QCOMPARE(byte, 'e');
+    QVERIFY(file->skip(quint64(5) << 30));
+    QCOMPARE(file->read(&byte, 1), qsizetype(0));
+    const ScopedFaults faults([](FileOperation, const QString &) { return EIO; });
+    QCOMPARE(file->skip(1).error(), EIO);
 }
 
 void FileHandleTest::movesItsFileAlong()

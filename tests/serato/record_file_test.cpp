@@ -29,7 +29,7 @@ Records readThrough(const QString &path)
 {
     auto file = RecordFile::open(path);
     Records records;
-    while (const std::optional<Field> field = *file->next())
+    while (const std::optional<Field> field = *file->next("otrk"_tag))
         records.bytes += record(field->tag.text().toLatin1(), field->payload.toByteArray());
     records.rest = file->rest();
     return records;
@@ -37,8 +37,12 @@ Records readThrough(const QString &path)
 
 Records walkThrough(const QByteArray &bytes)
 {
-    const qsizetype walked = SeratoParser::walk(bytes, [](const Field &) {});
-    return {bytes.first(walked), quint64(bytes.size() - walked)};
+    QByteArray wanted;
+    const qsizetype walked = SeratoParser::walk(bytes, [&](const Field &field) {
+        if (field.tag == "otrk"_tag)
+            wanted += record("otrk", field.payload.toByteArray());
+    });
+    return {wanted, quint64(bytes.size() - walked)};
 }
 
 /// Records of all sizes around that of the buffer.
@@ -47,7 +51,8 @@ QByteArray manyRecords(QRandomGenerator &random, qsizetype total)
     QByteArray bytes;
     while (bytes.size() < total) {
         const int size = random.bounded(4) == 0 ? random.bounded(300'000) : random.bounded(600);
-        bytes += record("otrk", QByteArray(size, char(random.bounded(256))));
+        const char *tag = random.bounded(3) == 0 ? "xxxx" : "otrk";
+        bytes += record(tag, QByteArray(size, char(random.bounded(256))));
     }
     return bytes;
 }
@@ -64,6 +69,7 @@ private Q_SLOTS:
     void givesWhatAWalkVisitsForRandomFiles();
     void staysAtItsEnd();
     void lengthPastTheEndIsNotRead();
+    void recordsThatAreNotWantedAreNotRead();
     void fileThatCannotBeOpenedFails();
     void diskFaultFails_data();
     void diskFaultFails();
@@ -73,22 +79,29 @@ private Q_SLOTS:
 void RecordFileTest::givesWhatAWalkVisits_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    constexpr int buffer = 256 * 1024;
-    const QByteArray filling = record("aaaa", QByteArray(buffer - 8, 'x'));
-    const QByteArray small = record("bbbb", "y");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("7 bytes") << QByteArray("abcdefg");
-    QTest::newRow("one empty record") << record("aaaa");
-    QTest::newRow("buffer filled to the byte") << filling;
-    QTest::newRow("record behind a filled buffer") << filling + small;
-    QTest::newRow("record one byte larger than the buffer")
-        << record("aaaa", QByteArray(buffer - 7, 'x')) + small;
-    QTest::newRow("header across the buffer's end")
-        << record("aaaa", QByteArray(buffer - 12, 'x')) + small + small;
-    QTest::newRow("7 bytes behind a filled buffer") << filling + "abcdefg";
-    QTest::newRow("cut record behind a filled buffer") << filling + small.chopped(1);
-    QTest::newRow("high byte in a tag behind a filled buffer")
-        << filling + hex("c3a96b65 00000000") + small;
+    QTest::newRow("one empty record") << record("otrk");
+    QTest::newRow("one that is not wanted") << record("vrsn", "x");
+    constexpr int buffer = 256 * 1024;
+    const QByteArray small = record("otrk", "y");
+    for (const char *tag : {"otrk", "xxxx"}) {
+        const QByteArray filling = record(tag, QByteArray(buffer - 8, 'x'));
+        QTest::addRow("%s, buffer filled to the byte", tag) << filling;
+        QTest::addRow("%s, record behind a filled buffer", tag) << filling + small;
+        QTest::addRow("%s, one byte larger than the buffer", tag)
+            << record(tag, QByteArray(buffer - 7, 'x')) + small;
+        QTest::addRow("%s, much larger than the buffer", tag)
+            << small + record(tag, QByteArray(5 * buffer, 'x')) + small;
+        QTest::addRow("%s, header across the buffer's end", tag)
+            << record(tag, QByteArray(buffer - 12, 'x')) + small + small;
+        QTest::addRow("%s, 7 bytes behind a filled buffer", tag) << filling + "abcdefg";
+        QTest::addRow("%s, cut record behind a filled buffer", tag) << filling + small.chopped(1);
+        QTest::addRow("%s, cut and larger than the buffer", tag)
+            << small + record(tag, QByteArray(2 * buffer, 'x')).chopped(1);
+        QTest::addRow("%s, high byte in a tag behind a filled buffer", tag)
+            << filling + hex("c3a96b65 00000000") + small;
+    }
     QTest::newRow("large record of a tag with a high byte")
         << small + hex("c3a96b65 00080000") + QByteArray(0x80000, 'x') + small;
 }
@@ -115,9 +128,9 @@ void RecordFileTest::staysAtItsEnd()
 {
     const TestFolder folder;
     auto file = RecordFile::open(folder.write(u"file"_s, record("aaaa") + "rest"));
-    QVERIFY((*file->next()).has_value());
-    QVERIFY(!(*file->next()).has_value());
-    QVERIFY(!(*file->next()).has_value());
+    QVERIFY((*file->next("aaaa"_tag)).has_value());
+    QVERIFY(!(*file->next("aaaa"_tag)).has_value());
+    QVERIFY(!(*file->next("aaaa"_tag)).has_value());
     QCOMPARE(file->rest(), 4);
     QCOMPARE(file->size(), 12);
 }
@@ -134,6 +147,24 @@ void RecordFileTest::lengthPastTheEndIsNotRead()
     });
     QCOMPARE(readThrough(path).rest, 600'008);
     QCOMPARE(reads, 1);
+}
+
+void RecordFileTest::recordsThatAreNotWantedAreNotRead()
+{
+    const TestFolder folder;
+    const QString path = folder.write(u"file"_s, hex("786f6c65 ffffffff"));
+    QFile large(path);
+    QVERIFY(large.resize(8 + 0xFFFFFFFFLL)); // holes, which take no room on the disk
+    QVERIFY(large.open(QIODevice::Append));
+    large.write(record("otrk", "x"));
+    large.close();
+    int operations = 0;
+    const platform::ScopedFaults count([&](platform::FileOperation operation, const QString &) {
+        operations += operation == platform::FileOperation::Read;
+        return 0;
+    });
+    QVERIFY((readThrough(path) == Records{record("otrk", "x"), 0}));
+    QVERIFY(operations <= 3);
 }
 
 void RecordFileTest::fileThatCannotBeOpenedFails()
@@ -163,9 +194,9 @@ void RecordFileTest::diskFaultFails()
     });
     auto file = RecordFile::open(path);
     QVERIFY(file);
-    auto next = file->next();
+    auto next = file->next("aaaa"_tag);
     while (next && *next)
-        next = file->next();
+        next = file->next("aaaa"_tag);
     QVERIFY(!next);
     QCOMPARE(next.error().message, u"The file “file” couldn't be read: Input/output error."_s);
 }
@@ -175,10 +206,10 @@ void RecordFileTest::fileThatHasBecomeShorterEndsThere()
     const TestFolder folder;
     const QString path = folder.write(u"file"_s, record("aaaa", "x").repeated(80'000));
     auto file = RecordFile::open(path);
-    QVERIFY((*file->next()).has_value());
+    QVERIFY((*file->next("aaaa"_tag)).has_value());
     QVERIFY(QFile::resize(path, 300'000));
     int records = 1;
-    while (*file->next())
+    while (*file->next("aaaa"_tag))
         ++records;
     QCOMPARE(records, 300'000 / 9);
 }

@@ -1,6 +1,7 @@
 #include "serato/serato_parser.h"
 
 #include "platform/fault_gate.h"
+#include "support/address_space.h"
 #include "support/serato_builder.h"
 #include "support/test_folder.h"
 
@@ -91,6 +92,8 @@ private Q_SLOTS:
     void missingFileIsNamedInTheFailure();
     void hugeLengthsAllocateNothing();
     void hugeFileOfHolesIsWalkedByItsRules();
+    void recordLargerThanTheMemoryFails();
+    void hugeFileGetsNoMemoryOnTrust();
     void randomBytesNeverDisturb();
     void recordsPastTheBufferAreRead();
     void notesTellWhatWasLeftOut();
@@ -387,6 +390,35 @@ void SeratoParserTest::hugeFileOfHolesIsWalkedByItsRules()
     const auto tracks = SeratoParser::parseDatabase(file);
     QVERIFY(tracks);
     QCOMPARE(titlesIn(*tracks), QStringList({u"one"_s, u"two"_s}));
+}
+
+void SeratoParserTest::recordLargerThanTheMemoryFails()
+{
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("The sanitizer takes more memory than this test leaves.");
+#endif
+    const TestFolder folder;
+    const QString file = folder.write(u"database V2"_s, titled(u"one") + hex("6f74726b ffffffff"));
+    QFile large(file);
+    QVERIFY(large.resize(large.size() + 0xFFFFFFFFLL)); // of holes, which are no bytes on the disk
+    const ScopedAddressSpace limit(quint64(1) << 30);
+    const QString message = u"The file “database V2” couldn't be read: Cannot allocate memory."_s;
+    QCOMPARE(SeratoParser::parseDatabase(file).error().message, message);
+    QCOMPARE(SeratoParser::parseCrate(file).error().message, message);
+}
+
+void SeratoParserTest::hugeFileGetsNoMemoryOnTrust()
+{
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("The sanitizer takes more memory than this test leaves.");
+#endif
+    const TestFolder folder;
+    const QString file = folder.write(u"database V2"_s, titled(u"one") + hex("ff"));
+    QVERIFY(QFile::resize(file, qint64(64) << 30));
+    const ScopedAddressSpace limit(quint64(1) << 30);
+    const auto tracks = SeratoParser::parseDatabase(file);
+    QVERIFY2(tracks, qUtf8Printable(tracks ? QString() : tracks.error().message));
+    QCOMPARE(titlesIn(*tracks), QStringList{u"one"_s});
 }
 
 void SeratoParserTest::randomBytesNeverDisturb()
