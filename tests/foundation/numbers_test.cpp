@@ -1,5 +1,7 @@
 #include "foundation/numbers.h"
 
+#include "support/comma_locale.h"
+
 #include <QTest>
 
 #include <cfloat>
@@ -10,6 +12,7 @@
 #include <random>
 
 using namespace tarnwick;
+using namespace tarnwick::testing;
 using namespace Qt::StringLiterals;
 
 class NumbersTest : public QObject
@@ -98,7 +101,7 @@ void NumbersTest::parsesADoubleOverItsWholeLength()
     QFETCH(QString, text);
     QFETCH(double, value);
     // Whatever locale a library has set meanwhile.
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    const ScopedCommaLocale locale;
     const auto parsed = parseDouble(text);
     QVERIFY(parsed.has_value());
     QVERIFY(*parsed == value || (std::isnan(*parsed) && std::isnan(value)));
@@ -227,10 +230,8 @@ void NumbersTest::writesTwoDecimals()
 
 void NumbersTest::writesAPointInEveryLocale()
 {
-    for (const char *locale : {"de_DE.UTF-8", "fr_FR.UTF-8", "C"}) {
-        if (std::setlocale(LC_ALL, locale))
-            QCOMPARE(twoDecimals(174.5), QByteArray("174.50"));
-    }
+    const ScopedCommaLocale locale;
+    QCOMPARE(twoDecimals(174.5), QByteArray("174.50"));
 }
 
 QTEST_GUILESS_MAIN(NumbersTest)
