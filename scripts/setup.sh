@@ -21,7 +21,9 @@ run=(
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window
   qt6-wayland fonts-inter
 )
-test=(locales qml6-module-qttest xvfb dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi libx11-6)
+test=(
+  locales qml6-module-qttest xvfb dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi libx11-6 zsh
+)
 check=(git python3 clang-format clang-tidy cppcheck shellcheck)
 interop=(python3-mutagen libtag1-dev libxml2-utils sqlite3)
 fuzz=(clang libclang-rt-dev)

@@ -13,6 +13,16 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick::cli {
 
+namespace {
+
+/// Of every command whose readable form can grow long.
+OptionInfo allRows()
+{
+    return {u"all"_s, {}, u"list everything, however long"_s};
+}
+
+} // namespace
+
 const QList<CommandInfo> &commands()
 {
     static const QList<CommandInfo> table = {
@@ -21,7 +31,7 @@ const QList<CommandInfo> &commands()
          .run = runLibraries},
         {.name = u"scan"_s,
          .scans = Scans::Yes,
-         .options = {{u"no-tags"_s, {}, u"leave the audio files unopened"_s}},
+         .options = {{u"no-tags"_s, {}, u"leave the audio files unopened"_s}, allRows()},
          .summary = u"Scan a library and list its tracks."_s,
          .run = runScan},
         {.name = u"score"_s,
@@ -34,28 +44,33 @@ const QList<CommandInfo> &commands()
          .run = runHealth},
         {.name = u"queue"_s,
          .scans = Scans::Yes,
-         .options = {{u"filter"_s, u"FILTER"_s, u"all, missing, dupes, tags or safe"_s}},
+         .options = {{u"filter"_s, u"FILTER"_s, u"all, missing, dupes, tags or safe"_s}, allRows()},
          .summary = u"List everything worth fixing, most serious first."_s,
          .check = checkQueue,
          .run = runQueue},
         {.name = u"versions"_s,
          .scans = Scans::Yes,
+         .options = {allRows()},
          .summary = u"List the songs that are there in more than one cut."_s,
          .run = runVersions},
         {.name = u"genres"_s,
          .scans = Scans::Yes,
+         .options = {allRows()},
          .summary = u"List tracks without a genre, and what their artists suggest."_s,
          .run = runGenres},
         {.name = u"loudness"_s,
          .scans = Scans::Yes,
+         .options = {allRows()},
          .summary = u"List how far tracks stand from the level of a library."_s,
          .run = runLoudness},
         {.name = u"crates"_s,
          .scans = Scans::Yes,
+         .options = {allRows()},
          .summary = u"List the crates of a library."_s,
          .run = runCrates},
         {.name = u"hygiene"_s,
          .scans = Scans::Yes,
+         .options = {allRows()},
          .summary = u"Find what could be tidied about crates and genres."_s,
          .run = runHygiene},
         {.name = u"gig"_s,
@@ -70,11 +85,21 @@ const QList<CommandInfo> &commands()
          .scans = Scans::Yes,
          .summary = u"Search for the place to which a file has moved."_s,
          .run = runCandidates},
-        {.name = u"snapshots"_s, .summary = u"List the snapshots."_s, .run = runSnapshots},
-        {.name = u"changes"_s, .summary = u"Show the change log."_s, .run = runChanges},
-        {.name = u"held"_s, .summary = u"List the files in holding."_s, .run = runHeld},
+        {.name = u"snapshots"_s,
+         .options = {allRows()},
+         .summary = u"List the snapshots."_s,
+         .run = runSnapshots},
+        {.name = u"changes"_s,
+         .options = {allRows()},
+         .summary = u"Show the change log."_s,
+         .run = runChanges},
+        {.name = u"held"_s,
+         .options = {allRows()},
+         .summary = u"List the files in holding."_s,
+         .run = runHeld},
         {.name = u"cues"_s,
          .scans = Scans::Yes,
+         .options = {allRows()},
          .summary = u"List the tracks that have lost cues or a beat grid."_s,
          .run = runCues},
         {.name = u"drift"_s,

@@ -32,7 +32,7 @@ void printCrates(Output &out, const QList<LoadedCrate> &crates)
     table.alignRight(0);
     for (const LoadedCrate &crate : crates)
         table.addRow({QString::number(crate.count()), crate.name});
-    out.text(table.text());
+    out.list(table);
 }
 
 QStringList sortedOrphans(const CrateHygiene &hygiene)
@@ -75,7 +75,7 @@ void printOverlaps(Output &out, const CrateHygiene &hygiene)
                           .arg(overlap.a.count())
                           .arg(overlap.b.count())});
     }
-    out.text(table.text());
+    out.list(table);
 }
 
 void printVariants(Output &out, const CrateHygiene &hygiene)
@@ -87,7 +87,7 @@ void printVariants(Output &out, const CrateHygiene &hygiene)
         table.addRow({u"  "_s + variant.canon, u"%1 tracks"_s.arg(variant.trackCount),
                       variant.variants.join(u"  ·  "_s)});
     }
-    out.text(table.text());
+    out.list(table);
 }
 
 void printHygiene(Output &out, const CrateHygiene &hygiene)
@@ -95,10 +95,12 @@ void printHygiene(Output &out, const CrateHygiene &hygiene)
     printOverlaps(out, hygiene);
     out.line();
     out.line(u"Tracks in no crate: %1"_s.arg(hygiene.orphanCount));
-    for (const QString &path : sortedOrphans(hygiene)) {
+    const QStringList orphans = sortedOrphans(hygiene);
+    for (const QString &path : orphans.first(out.shownRows(orphans.size()))) {
         out.line(u"  "_s + path);
         out.passOn();
     }
+    out.tellRest(orphans.size());
     out.line();
     printVariants(out, hygiene);
 }
@@ -125,9 +127,24 @@ void writeGig(Output &out, const GigCheck &gig)
     json.endObject();
 }
 
+Tone toneOf(GigCheck::Verdict verdict)
+{
+    switch (verdict) {
+    case GigCheck::Verdict::Ready:
+        return Tone::Good;
+    case GigCheck::Verdict::GoodEnough:
+        return Tone::Warn;
+    case GigCheck::Verdict::NotYet:
+        break;
+    }
+    return Tone::Poor;
+}
+
 void printGig(Output &out, const GigCheck &gig)
 {
-    out.line(u"%1  %2 tracks"_s.arg(GigCheck::rawValue(gig.verdict())).arg(gig.totalTracks()));
+    out.line(
+        u"%1  %2 tracks"_s.arg(out.toned(toneOf(gig.verdict()), GigCheck::rawValue(gig.verdict())),
+                               QString::number(gig.totalTracks())));
     TextTable table;
     table.alignRight(1);
     for (const GigCheck::Check &check : gig.blockers + gig.polish) {
@@ -136,7 +153,7 @@ void printGig(Output &out, const GigCheck &gig)
     }
     if (!gig.blockers.isEmpty() || !gig.polish.isEmpty())
         out.line();
-    out.text(table.text());
+    out.list(table);
 }
 
 QSet<QString> crateNames(const AppState &app)

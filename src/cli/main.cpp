@@ -1,6 +1,7 @@
 #include "cli/command_line.h"
 #include "cli/output.h"
 #include "cli/session.h"
+#include "platform/environment.h"
 #include "platform/terminal.h"
 
 #include <QCoreApplication>
@@ -33,9 +34,17 @@ QStringList argumentsOf(int count, char **values)
     std::_Exit(int(status));
 }
 
+/// Colours are for people who watch, and have not asked to be spared them.
+cli::Output::Colours coloursOfStdout()
+{
+    const bool isSpared = !platform::environmentVariable("NO_COLOR").value_or(QString()).isEmpty();
+    return platform::isTerminal(stdout) && !isSpared ? cli::Output::Colours::Yes
+                                                     : cli::Output::Colours::No;
+}
+
 [[noreturn]] void runCommandLine(const cli::CommandLine &line)
 {
-    cli::Output out(stdout);
+    cli::Output out(stdout, coloursOfStdout());
     if (line.help) {
         out.text(line.command ? cli::commandHelp(*line.command) : cli::programHelp());
         end(out, cli::Status::Done);

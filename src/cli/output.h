@@ -1,21 +1,29 @@
 #pragma once
 
+#include "cli/text_table.h"
 #include "foundation/json_writer.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <cstdio>
+#include <optional>
 
 namespace tarnwick::cli {
+
+/// What a text stands for, told by its colour where there are colours.
+enum class Tone { Good, Warn, Poor, Faint };
 
 /// A stream of bytes to standard output that never holds a whole document: what has gathered is
 /// passed on in pieces.
 class Output
 {
 public:
-    explicit Output(std::FILE *stream)
+    enum class Colours { No, Yes };
+
+    explicit Output(std::FILE *stream, Colours colours = Colours::No)
         : m_stream(stream)
+        , m_colours(colours)
         , m_json(m_buffer)
     {}
     ~Output() { flush(); }
@@ -26,6 +34,16 @@ public:
     JsonWriter &json() { return m_json; }
     void text(const QString &text) { m_buffer += text.toUtf8(); }
     void line(const QString &text = {}) { m_buffer += text.toUtf8() + '\n'; }
+    /// The text in the colour of a tone, which takes no place in a table.
+    QString toned(Tone tone, const QString &text) const;
+
+    /// How many rows of a list are shown; all of them without a limit.
+    void setRowLimit(std::optional<qsizetype> rows) { m_rowLimit = rows; }
+    qsizetype shownRows(qsizetype count) const { return qMin(m_rowLimit.value_or(count), count); }
+    /// What is left out of a list of so many rows, in one line; nothing where all are shown.
+    void tellRest(qsizetype count);
+    /// A table that may be long: its first rows, and how many more there are.
+    void list(const TextTable &table);
 
     /// Writes out what has gathered if that is much.
     void passOn();
@@ -35,6 +53,8 @@ public:
 
 private:
     std::FILE *m_stream;
+    const Colours m_colours;
+    std::optional<qsizetype> m_rowLimit;
     bool m_isSound = true;
     QByteArray m_buffer;
     JsonWriter m_json;

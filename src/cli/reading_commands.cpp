@@ -5,6 +5,9 @@
 #include "cli/track_json.h"
 #include "foundation/byte_format.h"
 #include "foundation/dates.h"
+#include "screens/score/score_figures.h"
+
+#include <span>
 
 using namespace Qt::StringLiterals;
 
@@ -89,12 +92,14 @@ void writeScan(Output &out, const ScanResult &result, const QList<ScanProgress> 
 
 void printScan(Output &out, const ScanResult &result)
 {
-    for (const ScannedTrack &scanned : result.tracks) {
-        const SeratoTrack &track = scanned.track;
-        out.line(
-            u"%1  %2"_s.arg(scanned.isMissing() ? u"missing"_s : u"on disk"_s, track.relativePath));
+    const size_t shown = size_t(out.shownRows(result.total()));
+    for (const ScannedTrack &scanned : std::span(result.tracks).first(shown)) {
+        const QString place =
+            scanned.isMissing() ? out.toned(Tone::Poor, u"missing"_s) : u"on disk"_s;
+        out.line(place + u"  "_s + scanned.track.relativePath);
         out.passOn();
     }
+    out.tellRest(result.total());
     out.line(u"%1 tracks in %2"_s.arg(result.total()).arg(result.location.folderPath()));
 }
 
@@ -171,22 +176,37 @@ void writeScore(Output &out, const Derived &derived)
     json.endObject();
 }
 
+Tone toneOf(int score)
+{
+    switch (ScoreFigures::bandOf(score)) {
+    case ScoreFigures::Band::Good:
+        return Tone::Good;
+    case ScoreFigures::Band::Warn:
+        return Tone::Warn;
+    case ScoreFigures::Band::Poor:
+        break;
+    }
+    return Tone::Poor;
+}
+
 /// Twenty places, as many of them filled as the score has fives.
-QString bar(int score)
+QString bar(const Output &out, int score)
 {
     const int filled = (score + 2) / 5;
-    return QString(filled, u'█') + QString(20 - filled, u'░');
+    return out.toned(toneOf(score), QString(filled, u'█')) +
+           out.toned(Tone::Faint, QString(20 - filled, u'░'));
 }
 
 void printScore(Output &out, const Derived &derived)
 {
-    out.line(u"Library score  %1/100"_s.arg(derived.score));
+    out.line(u"Library score  %1/100"_s.arg(
+        out.toned(toneOf(derived.score), QString::number(derived.score))));
     out.line(derived.grade());
     out.line();
     TextTable table;
     table.alignRight(1);
     for (const Dimension &dimension : derived.dimensions)
-        table.addRow({dimension.id(), QString::number(dimension.score), bar(dimension.score),
+        table.addRow({dimension.id(), QString::number(dimension.score), bar(out, dimension.score),
                       dimension.detail});
     out.text(table.text());
     out.line();

@@ -11,6 +11,8 @@
 #include "screens/loudness/loudness_figures.h"
 #include "screens/track_id/track_id_figures.h"
 
+#include <span>
+
 using namespace Qt::StringLiterals;
 
 namespace tarnwick::cli {
@@ -51,7 +53,7 @@ void printBars(Output &out, const QString &title, const QList<HealthFigures::Bar
     table.alignRight(1);
     for (const HealthFigures::Bar &bar : bars)
         table.addRow({u"  "_s + bar.label, QString::number(bar.count)});
-    out.text(table.text());
+    out.list(table);
 }
 
 void printHealth(Output &out, const Derived &derived)
@@ -106,10 +108,11 @@ void printIssues(Output &out, const std::vector<Issue> &issues, const Derived &d
     TextTable table;
     for (const Issue &issue : issues) {
         const FixQueueFigures::Texts texts = FixQueueFigures::textsOf(issue, derived);
-        table.addRow({FixQueueFigures::typeLabel(issue.kind), issue.safe ? u"safe"_s : u""_s,
-                      texts.track, u"%1 → "_s.arg(texts.problem) + texts.plan});
+        table.addRow({FixQueueFigures::typeLabel(issue.kind),
+                      out.toned(Tone::Good, issue.safe ? u"safe"_s : u""_s), texts.track,
+                      u"%1 → "_s.arg(texts.problem) + texts.plan});
     }
-    out.text(table.text());
+    out.list(table);
 }
 
 void writeVersions(Output &out, const std::vector<VersionGroup> &groups)
@@ -130,7 +133,8 @@ void writeVersions(Output &out, const std::vector<VersionGroup> &groups)
 void printVersions(Output &out, const std::vector<VersionGroup> &groups)
 {
     out.line(u"%1 songs in more than one cut"_s.arg(groups.size()));
-    for (const VersionGroup &group : groups) {
+    const size_t shown = size_t(out.shownRows(qsizetype(groups.size())));
+    for (const VersionGroup &group : std::span(groups).first(shown)) {
         out.line();
         out.line(group.base);
         TextTable table;
@@ -138,9 +142,10 @@ void printVersions(Output &out, const std::vector<VersionGroup> &groups)
         for (const VersionMember &member : group.members)
             table.addRow({u"  "_s + member.cut, u"%1 plays"_s.arg(member.plays()),
                           member.track.track.relativePath});
-        out.text(table.text());
+        out.list(table);
         out.passOn();
     }
+    out.tellRest(qsizetype(groups.size()));
 }
 
 void writeGenres(Output &out, const Derived &derived)
@@ -171,7 +176,7 @@ void printGenres(Output &out, const Derived &derived)
     for (const TrackIdFigures::Suggestion &suggestion : suggestions)
         table.addRow({u"%1%"_s.arg(suggestion.confidence), suggestion.genre,
                       suggestion.track.track.relativePath});
-    out.text(table.text());
+    out.list(table);
 }
 
 void writeLoudness(Output &out, const Derived &derived)
@@ -209,7 +214,7 @@ void printLoudness(Output &out, const Derived &derived)
     for (const ScannedTrack &scanned : tracks)
         table.addRow({decibels(derived.loudnessDeviation(scanned).value_or(0)),
                       scanned.hasReplayGain ? u"tagged"_s : u""_s, scanned.track.relativePath});
-    out.text(table.text());
+    out.list(table);
 }
 
 void writeCandidates(Output &out, const QList<RepairEngine::Candidate> &candidates)
@@ -234,7 +239,7 @@ void printCandidates(Output &out, const QList<RepairEngine::Candidate> &candidat
     for (const RepairEngine::Candidate &candidate : candidates)
         table.addRow({u"%1%"_s.arg(candidate.confidence), candidate.reason, candidate.drive(),
                       candidate.url.toLocalFile()});
-    out.text(table.text());
+    out.list(table);
 }
 
 /// Runs one of a pair: the JSON form or the readable one.

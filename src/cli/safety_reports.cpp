@@ -37,7 +37,7 @@ void printSnapshots(Output &out, const QList<Snapshot> &snapshots)
     for (const Snapshot &snapshot : snapshots)
         table.addRow({snapshot.id, snapshot.shortDate(), ByteFmt::string(snapshot.byteSize),
                       snapshot.reason});
-    out.text(table.text());
+    out.list(table);
 }
 
 std::optional<QString> isoOf(const std::optional<QDateTime> &moment)
@@ -85,7 +85,7 @@ void printChanges(Output &out, const ChangeLog &log)
     for (const ChangeEntry &entry : log.entries())
         table.addRow({entry.id, dateForPeople(entry.date), ChangeEntry::label(entry.kind),
                       standingOf(entry), entry.target, entry.detail});
-    out.text(table.text());
+    out.list(table);
 }
 
 void writeHeld(Output &out, const HoldingFolder &holding)
@@ -117,7 +117,7 @@ void printHeld(Output &out, const HoldingFolder &holding)
     for (const HeldItem &item : holding.activeItems())
         table.addRow(
             {item.id, u"%1 days left"_s.arg(item.daysLeft()), item.reason, item.originalPath});
-    out.text(table.text());
+    out.list(table);
 }
 
 void writeCues(Output &out, int cueProtected, const QList<CueVault::Loss> &losses)
@@ -143,7 +143,7 @@ void printCues(Output &out, int cueProtected, const QList<CueVault::Loss> &losse
     for (const CueVault::Loss &loss : losses)
         table.addRow({loss.what(), u"saved "_s + dateForPeople(loss.capturedAt),
                       loss.track.track.relativePath});
-    out.text(table.text());
+    out.list(table);
 }
 
 } // namespace

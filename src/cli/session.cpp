@@ -13,6 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick::cli {
 
+namespace {
+
+/// A list on a screen is for a look; what is longer is asked for.
+constexpr qsizetype rowsWithoutAll = 40;
+
+} // namespace
+
 SeratoLibrary::Location locationOfFolder(const QString &folder,
                                          const QList<SeratoLibrary::Location> &known)
 {
@@ -32,6 +39,8 @@ Session::Session(const CommandLine &line, Output &output)
     , m_output(output)
     , m_app(AppState::Environment::Ignored)
 {
+    if (!line.has(u"all"_s))
+        output.setRowLimit(rowsWithoutAll);
     QObject::connect(&m_app, &AppState::toastRaised, &m_app,
                      [this](const Toast &toast) { m_toasts.append(toast); });
     QObject::connect(&m_app, &AppState::progressReported, &m_app,

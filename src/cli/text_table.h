@@ -15,8 +15,12 @@ public:
     /// Figures stand at the right edge of their column.
     void alignRight(int column) { m_rightAligned.insert(column); }
 
-    /// Every row with a line feed behind it.
-    QString text() const;
+    qsizetype rowCount() const { return m_rows.size(); }
+
+    /// Every row with a line feed behind it. Colours in a cell take no place.
+    QString text() const { return text(rowCount()); }
+    /// The same of the first rows.
+    QString text(qsizetype rows) const;
 
 private:
     QList<QStringList> m_rows;

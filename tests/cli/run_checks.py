@@ -14,6 +14,7 @@ import sys
 import tempfile
 
 HERE = pathlib.Path(__file__).resolve().parent
+EXAMPLES = HERE.parents[1] / "docs" / "examples"
 TODAY = "2026-11-20"
 
 
@@ -26,7 +27,7 @@ class Session:
         self.environment = {
             "HOME": str(home),
             "XDG_DATA_HOME": str(home / "data"),
-            "PATH": f"{build / 'bin'}:{HERE / 'bin'}:{os.environ['PATH']}",
+            "PATH": f"{build / 'bin'}:{HERE / 'bin'}:{EXAMPLES}:{os.environ['PATH']}",
             "LC_ALL": "C.UTF-8",
             "TZ": "UTC",
             "USER": "nobody-in-particular",

@@ -35,6 +35,23 @@ private Q_SLOTS:
         QCOMPARE(table.text(), u"a  x\nb  long\n"_s);
     }
 
+    void givesColoursNoPlace()
+    {
+        cli::TextTable table;
+        table.addRow({u"\033[32mok\033[0m"_s, u"x"_s});
+        table.addRow({u"bad"_s, u"y"_s});
+        QCOMPARE(table.text(), u"\033[32mok\033[0m   x\nbad  y\n"_s);
+    }
+
+    void alignsTheRowsThatAreShown()
+    {
+        cli::TextTable table;
+        table.addRow({u"a"_s, u"x"_s});
+        table.addRow({u"long"_s, u"y"_s});
+        QCOMPARE(table.text(1), u"a  x\n"_s);
+        QCOMPARE(table.rowCount(), 2);
+    }
+
     void isEmptyWithoutRows() { QCOMPARE(cli::TextTable().text(), QString()); }
 };
 
