@@ -77,7 +77,7 @@ void AppState::finishExport(const ExportOutcome &outcome)
 void AppState::failExport(const Failure &reason)
 {
     setExporting(std::nullopt);
-    showToast(reason.message);
+    showProblem(reason.message);
 }
 
 std::optional<ExportDrift> AppState::drift(ExportTarget target, const QString &folder) const

@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <memory>
 #include <new>
-#include <string>
 
 #include <cerrno>
 #include <cstdlib>
@@ -95,8 +94,7 @@ bool liesWithin(const QString &path, const QString &folder)
 {
     struct stat wanted;
     struct stat status;
-    const std::unique_ptr<char, decltype(&std::free)> place(
-        ::realpath(path.toUtf8().constData(), nullptr), &std::free);
+    const std::optional<QString> place = canonicalPath(path);
     if (!place || ::stat(folder.toUtf8().constData(), &wanted) != 0)
         return false;
     // By identity: the same folder may go by names that differ in letter case.
@@ -104,10 +102,10 @@ bool liesWithin(const QString &path, const QString &folder)
         return ::stat(item, &status) == 0 && status.st_dev == wanted.st_dev &&
                status.st_ino == wanted.st_ino;
     };
-    std::string item = place.get();
-    while (!item.empty() && !isWanted(item.c_str()))
-        item.resize(item.rfind('/'));
-    return !item.empty() || isWanted("/");
+    QByteArray item = place->toUtf8();
+    while (!item.isEmpty() && !isWanted(item.constData()))
+        item.truncate(item.lastIndexOf('/'));
+    return !item.isEmpty() || isWanted("/");
 }
 
 QString absolutePath(const QString &path)

@@ -59,6 +59,8 @@ private Q_SLOTS:
     void needsNeitherAClosedSeratoNorASnapshot();
     void leavesTheLibraryAsItIs();
     void tellsTheDriftOfEachTarget();
+    void exportsToAFolderOfAnyName_data();
+    void exportsToAFolderOfAnyName();
 
 private:
     QByteArrayList tracksOnDisk(int count) const;
@@ -139,7 +141,7 @@ void ExportCommandsTest::runsAnExport()
     QCOMPARE(app.lastExport(), expected);
     QVERIFY(QFileInfo::exists(written(file)));
     QTEST(app.toast()->message, "toast");
-    QVERIFY(!app.toast()->reversible);
+    QVERIFY(!app.toast()->reversible && !app.toast()->isProblem);
 }
 
 void ExportCommandsTest::reportsItsProgressOnTheMainThread_data()
@@ -229,6 +231,7 @@ void ExportCommandsTest::tellsWhyAnExportFailed()
     QVERIFY(!app.exporting());
     QVERIFY(!app.lastExport());
     QTEST(app.toast()->message, "message");
+    QVERIFY(app.toast()->isProblem);
     QVERIFY(!app.toast()->reversible);
     QCOMPARE(m_fixture->root().read(inTheWay), QByteArray("in the way"));
 }
@@ -333,6 +336,35 @@ void ExportCommandsTest::tellsTheDriftOfEachTarget()
     QCOMPARE(app.drift(ExportTarget::Engine, destination()), drift(2, 1));
     QCOMPARE(app.drift(ExportTarget::Rekordbox, destination()), drift(2, 1));
     QCOMPARE(app.drift(ExportTarget::SeratoBackup, destination()), std::nullopt);
+}
+
+void ExportCommandsTest::exportsToAFolderOfAnyName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("quotes, ampersand, angles") << u"Don't \"stop\" & <go>"_s;
+    QTest::newRow("what URLs keep for themselves") << u"100% #1?a=b&%41"_s;
+    QTest::newRow("line break and tab") << u"line\nbreak\ttab"_s;
+    QTest::newRow("beyond ASCII") << u"漢字 🎧 e\u0301"_s;
+    QTest::newRow("255 bytes") << u"é"_s.repeated(127) + u'x';
+    QTest::newRow("a slash behind") << u"USB stick/"_s;
+    QTest::newRow("several levels") << u"a/b/c"_s;
+}
+
+void ExportCommandsTest::exportsToAFolderOfAnyName()
+{
+    QFETCH(QString, name);
+    AppState &app = launchAndScan();
+    const QString folder = m_fixture->root().path(name);
+    for (const ExportTargetInfo &target : allExportTargets()) {
+        app.runExport(target.target, folder);
+        QVERIFY(m_fixture->waitUntilIdle());
+        QVERIFY2(app.lastExport(), qUtf8Printable(app.toast()->message));
+        QVERIFY(QFileInfo::exists(app.lastExport()->path));
+        QCOMPARE(app.drift(target.target, folder),
+                 target.target == ExportTarget::SeratoBackup ? std::nullopt : drift(0, 0));
+    }
+    QCOMPARE(m_fixture->root().names(name),
+             (QStringList{u"Engine Library"_s, u"_Serato_ backup"_s, u"rekordbox.xml"_s}));
 }
 
 QTEST_GUILESS_MAIN(ExportCommandsTest)
