@@ -154,6 +154,15 @@ public:
     /// Writes a gain in decibels into the tag of the track's file.
     void normalizeLoudness(const ScannedTrack &track, double gain);
     void normalizeAllLoudness(const std::vector<GainItem> &items);
+    /// Files all cuts of the group but the keeper into the crate "Archive". They stay in their
+    /// other crates and in the library. Does not read the crates again.
+    void archiveVersions(const VersionGroup &group, const QUuid &keeperId);
+    /// Adds the tracks of the smaller crate to the larger one, and holds the smaller one's file.
+    void mergeCrates(const CrateHygiene::Overlap &overlap);
+    /// Files the paths into the crate "Unsorted".
+    void fileOrphans(const QStringList &paths);
+    /// Sets the genre of all tracks that spell it otherwise to the canon.
+    void unifyGenre(const CrateHygiene::GenreVariant &variant);
     /// Puts all saved cue frames of the track back into its file.
     void restoreCues(const CueVault::Loss &loss);
     void restoreAllCues();
@@ -214,6 +223,8 @@ private:
     /// A toast that tells of a refusal or a failure.
     void showProblem(const QString &message);
     void show(const Toast &toast);
+    /// Adds the paths to a crate of the present library; see CrateWriter.
+    Result<int> addToCrate(const QStringList &paths, const QString &name);
     /// The scan result for a change, apart from what others still hold of it.
     ScanResult &changedResult();
 

@@ -1,5 +1,6 @@
 #include "cli/command_table.h"
 
+#include "cli/crate_actions.h"
 #include "cli/crate_reports.h"
 #include "cli/export_command.h"
 #include "cli/gig_run_command.h"
@@ -167,6 +168,32 @@ const QList<CommandInfo> &commands()
          .summary = u"Write the gain of a track into the tag of its file."_s,
          .check = checkNormalize,
          .run = runNormalize},
+        {.name = u"archive-versions"_s,
+         .argumentUsage = u"BASE"_s,
+         .leastArguments = 1,
+         .mostArguments = 1,
+         .scans = Scans::Yes,
+         .options = {{u"keep"_s, u"PATH"_s, u"the cut that stays (default: the most played)"_s}},
+         .summary = u"File all cuts of a song but one into the crate Archive."_s,
+         .run = runArchiveVersions},
+        {.name = u"merge-crates"_s,
+         .argumentUsage = u"A B"_s,
+         .leastArguments = 2,
+         .mostArguments = 2,
+         .scans = Scans::Yes,
+         .summary = u"Merge two overlapping crates into the larger one."_s,
+         .run = runMergeCrates},
+        {.name = u"file-orphans"_s,
+         .scans = Scans::Yes,
+         .summary = u"File the tracks in no crate into the crate Unsorted."_s,
+         .run = runFileOrphans},
+        {.name = u"unify-genre"_s,
+         .argumentUsage = u"CANON"_s,
+         .leastArguments = 1,
+         .mostArguments = 1,
+         .scans = Scans::Yes,
+         .summary = u"Give a genre that is spelled in several ways one spelling."_s,
+         .run = runUnifyGenre},
         {.name = u"fix-safe"_s,
          .scans = Scans::Yes,
          .summary = u"Fix everything that needs no decision."_s,

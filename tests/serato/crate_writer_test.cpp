@@ -2,7 +2,9 @@
 
 #include "platform/fault_gate.h"
 #include "serato/crate_store.h"
+#include "support/fault_loop.h"
 #include "support/library_builder.h"
+#include "support/test_files.h"
 
 #include <QTest>
 
@@ -16,6 +18,59 @@ using CrateWriter::addTracks;
 namespace {
 
 const QString crateName = u"_Serato_/Subcrates/Mix.crate"_s;
+const QByteArray oldCrate = crateVersion() + record("osrt", "sort") + crateEntry(u"a.mp3");
+const QByteArray newCrate = crateVersion() + crateEntry(u"a.mp3") + crateEntry(u"b.mp3");
+/// What the rule for a crate that can't be read leads to.
+const QByteArray crateOfTheAdded = crateVersion() + crateEntry(u"b.mp3");
+
+SeratoLibrary::Location libraryIn(const QString &folder)
+{
+    return {u"Test"_s, QUrl::fromLocalFile(folder + u"/_Serato_"_s), true, true};
+}
+
+bool addOne(const QString &folder)
+{
+    return addTracks({u"b.mp3"_s}, u"Mix"_s, libraryIn(folder)).has_value();
+}
+
+/// Empty if the crate is one of the expected, alone in its folder but for a temporary of its own,
+/// and can be added to.
+QString troubleWith(const QString &folder, const QByteArrayList &expected, const QByteArray &after)
+{
+    const QString file = folder + u'/' + crateName;
+    const QByteArray found = contentOf(file);
+    if (!expected.contains(found))
+        return u"the crate is neither the old nor the new one: "_s +
+               QString::fromLatin1(found.toHex());
+    for (const QString &name : namesIn(folder + u"/_Serato_/Subcrates"_s)) {
+        if (name != u"Mix.crate" && name != u".Mix.crate.twtmp")
+            return u"a stray file: "_s + name;
+    }
+    if (!addOne(folder))
+        return u"adding fails from then on"_s;
+    const QByteArray then = contentOf(file);
+    return then == after || then == found ? QString() : u"adding goes wrong from then on"_s;
+}
+
+QList<Interruption> cases()
+{
+    const auto write = [](const QString &folder) { put(folder + u'/' + crateName, oldCrate); };
+    const auto add = [](const QString &folder) { (void)addOne(folder); };
+    return {
+        {u"killed with a crate there"_s, write, add,
+         [](const QString &folder) {
+             return troubleWith(folder, {oldCrate, newCrate}, newCrate);
+         }},
+        {u"killed with no crate there"_s, [](const QString &) {}, add,
+         [](const QString &folder) {
+             return troubleWith(folder, {"(none)", crateOfTheAdded}, crateOfTheAdded);
+         }},
+        {u"failing with a crate there"_s, write, add,
+         [](const QString &folder) {
+             return troubleWith(folder, {oldCrate, newCrate, crateOfTheAdded}, newCrate);
+         }},
+    };
+}
 
 } // namespace
 
@@ -36,6 +91,10 @@ private Q_SLOTS:
     void crateThatIsAFolderFails();
     void failedWriteLeavesTheOldCrate();
     void crateUrlIsTheFileInTheSubcrates();
+    void interruptedWritersLeaveTheOldCrateOrTheNew_data();
+    void interruptedWritersLeaveTheOldCrateOrTheNew();
+    void failuresLeaveTheOldCrateOrTheNew_data();
+    void failuresLeaveTheOldCrateOrTheNew();
 };
 
 void CrateWriterTest::newCrateHoldsVersionAndEntries()
@@ -223,5 +282,38 @@ void CrateWriterTest::crateUrlIsTheFileInTheSubcrates()
              u"/v/50%/_Serato_/Subcrates/Warm up #1.crate"_s);
 }
 
-QTEST_GUILESS_MAIN(CrateWriterTest)
+void CrateWriterTest::interruptedWritersLeaveTheOldCrateOrTheNew_data()
+{
+    QTest::addColumn<int>("which");
+    QTest::newRow("a crate is there") << 0;
+    QTest::newRow("no crate and no folder is there") << 1;
+}
+
+void CrateWriterTest::interruptedWritersLeaveTheOldCrateOrTheNew()
+{
+    QFETCH(const int, which);
+    const FaultReport report = killAtEachCall(cases()[which]);
+    QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
+    QVERIFY2(report.calls >= 8, QByteArray::number(report.calls));
+}
+
+void CrateWriterTest::failuresLeaveTheOldCrateOrTheNew_data()
+{
+    QTest::addColumn<int>("which");
+    QTest::addColumn<int>("error");
+    QTest::newRow("disk full") << 2 << ENOSPC;
+    QTest::newRow("disk gone") << 2 << EIO;
+    QTest::newRow("no crate and no folder is there") << 1 << EACCES;
+}
+
+void CrateWriterTest::failuresLeaveTheOldCrateOrTheNew()
+{
+    QFETCH(const int, which);
+    QFETCH(const int, error);
+    const FaultReport report = failAtEachCall(cases()[which], error);
+    QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
+    QVERIFY2(report.calls >= 8, QByteArray::number(report.calls));
+}
+
+TARNWICK_FAULT_LOOP_MAIN(CrateWriterTest, cases)
 #include "crate_writer_test.moc"

@@ -32,6 +32,8 @@ struct Interruption
     std::function<void(const QString &folder)> act;     ///< the operation; its failure is no matter
     /// What is wrong in the folder afterwards, in words; empty if nothing is.
     std::function<QString(const QString &folder)> trouble;
+    /// What the process does in peace ahead of the operation; may be empty.
+    std::function<void(const QString &folder)> arrive = nullptr;
 };
 
 /// How a loop over all calls went.
@@ -60,6 +62,8 @@ inline FaultReport failAtEachCall(const Interruption &what, int error, Fault fau
     for (;; ++report.calls) {
         QTemporaryDir folder(placeForRuns());
         what.prepare(folder.path());
+        if (what.arrive)
+            what.arrive(folder.path());
         int left = report.calls;
         QString call;
         {
@@ -119,6 +123,8 @@ inline std::optional<int> runAsVictim(const QStringList &arguments,
     for (const Interruption &what : cases) {
         if (what.name != arguments.value(3))
             continue;
+        if (what.arrive)
+            what.arrive(arguments.value(4));
         const platform::ScopedFaults faults([&](platform::FileOperation, const QString &) {
             if (left-- == 0)
                 ::kill(::getpid(), SIGKILL);
