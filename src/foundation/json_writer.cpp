@@ -2,29 +2,36 @@
 
 #include <QLocale>
 
+#include <charconv>
 #include <cmath>
+#include <iterator>
+#include <limits>
 
 namespace tarnwick {
 
 namespace {
 
-void appendUtf8(QByteArray &out, char32_t scalar)
+/// The longest form of one code unit: an escape of six characters.
+constexpr qsizetype mostBytesAUnit = 6;
+
+char *addUtf8(char *to, char32_t scalar)
 {
     if (scalar < 0x80) {
-        out.append(char(scalar));
+        *to++ = char(scalar);
     } else if (scalar < 0x800) {
-        out.append(char(0xC0 | (scalar >> 6)));
-        out.append(char(0x80 | (scalar & 0x3F)));
+        *to++ = char(0xC0 | (scalar >> 6));
+        *to++ = char(0x80 | (scalar & 0x3F));
     } else if (scalar < 0x10000) {
-        out.append(char(0xE0 | (scalar >> 12)));
-        out.append(char(0x80 | ((scalar >> 6) & 0x3F)));
-        out.append(char(0x80 | (scalar & 0x3F)));
+        *to++ = char(0xE0 | (scalar >> 12));
+        *to++ = char(0x80 | ((scalar >> 6) & 0x3F));
+        *to++ = char(0x80 | (scalar & 0x3F));
     } else {
-        out.append(char(0xF0 | (scalar >> 18)));
-        out.append(char(0x80 | ((scalar >> 12) & 0x3F)));
-        out.append(char(0x80 | ((scalar >> 6) & 0x3F)));
-        out.append(char(0x80 | (scalar & 0x3F)));
+        *to++ = char(0xF0 | (scalar >> 18));
+        *to++ = char(0x80 | ((scalar >> 12) & 0x3F));
+        *to++ = char(0x80 | ((scalar >> 6) & 0x3F));
+        *to++ = char(0x80 | (scalar & 0x3F));
     }
+    return to;
 }
 
 bool isPlain(char16_t unit)
@@ -32,82 +39,79 @@ bool isPlain(char16_t unit)
     return unit >= 0x20 && unit < 0x7F && unit != u'"' && unit != u'\\';
 }
 
-void appendEscaped(QByteArray &out, char16_t unit)
+/// The letter that stands behind the backslash of a short escape; 0 for a unit without one.
+char shortEscape(char16_t unit)
 {
-    static constexpr char hex[] = "0123456789abcdef";
     switch (unit) {
     case u'"':
-        out.append("\\\"");
-        return;
     case u'\\':
-        out.append("\\\\");
-        return;
+        return char(unit);
     case u'\b':
-        out.append("\\b");
-        return;
+        return 'b';
     case u'\f':
-        out.append("\\f");
-        return;
+        return 'f';
     case u'\n':
-        out.append("\\n");
-        return;
+        return 'n';
     case u'\r':
-        out.append("\\r");
-        return;
+        return 'r';
     case u'\t':
-        out.append("\\t");
-        return;
+        return 't';
     default:
-        out.append("\\u00");
-        out.append(hex[unit >> 4]);
-        out.append(hex[unit & 0xF]);
+        return 0;
     }
 }
 
-} // namespace
-
-namespace {
-
-/// How many code units from `from` on need no escape and are ASCII.
-qsizetype plainRun(QStringView text, qsizetype from)
+char *addEscaped(char *to, char16_t unit)
 {
-    qsizetype end = from;
-    while (end < text.size() && isPlain(text[end].unicode()))
-        ++end;
-    return end - from;
+    static constexpr char hex[] = "0123456789abcdef";
+    *to++ = '\\';
+    if (const char letter = shortEscape(unit)) {
+        *to++ = letter;
+        return to;
+    }
+    for (const char character : {'u', '0', '0', hex[unit >> 4], hex[unit & 0xF]})
+        *to++ = character;
+    return to;
 }
 
-void appendAscii(QByteArray &out, QStringView text)
+/// Any unit that is not plain, with the second half of its pair if it has one.
+char *addOther(char *to, const char16_t *&unit, const char16_t *end)
 {
-    const qsizetype start = out.size();
-    out.resize(start + text.size());
-    char *to = out.data() + start;
-    for (const QChar character : text)
-        *to++ = char(character.unicode());
+    const char16_t first = *unit++;
+    if (first < 0x80 && first != 0x7F)
+        return addEscaped(to, first);
+    if (QChar::isHighSurrogate(first) && unit != end && QChar::isLowSurrogate(*unit))
+        return addUtf8(to, QChar::surrogateToUcs4(first, *unit++));
+    return addUtf8(to, QChar::isSurrogate(first) ? char32_t(QChar::ReplacementCharacter) : first);
+}
+
+template <typename Number>
+void addNumber(QByteArray &out, Number number)
+{
+    char digits[std::numeric_limits<Number>::digits10 + 3];
+    const char *end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    out.append(digits, end - digits);
 }
 
 } // namespace
 
 void JsonWriter::appendQuoted(QByteArray &out, QStringView text)
 {
-    out.append('"');
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (const qsizetype run = plainRun(text, i); run > 0) {
-            appendAscii(out, text.sliced(i, run));
-            i += run - 1;
-            continue;
-        }
-        const char16_t unit = text[i].unicode();
-        if (unit < 0x80 && unit != 0x7F)
-            appendEscaped(out, unit);
-        else if (QChar::isHighSurrogate(unit) && i + 1 < text.size() &&
-                 text[i + 1].isLowSurrogate())
-            appendUtf8(out, QChar::surrogateToUcs4(unit, text[++i].unicode()));
+    // Room for the worst, given back at the end: no unit then asks whether there is room.
+    const qsizetype start = out.size();
+    out.resize(start + text.size() * mostBytesAUnit + 2);
+    char *to = out.data() + start;
+    *to++ = '"';
+    const char16_t *unit = text.utf16();
+    const char16_t *const end = unit + text.size();
+    while (unit != end) {
+        if (isPlain(*unit))
+            *to++ = char(*unit++);
         else
-            appendUtf8(out,
-                       QChar::isSurrogate(unit) ? char32_t(QChar::ReplacementCharacter) : unit);
+            to = addOther(to, unit, end);
     }
-    out.append('"');
+    *to++ = '"';
+    out.truncate(to - out.constData());
 }
 
 JsonWriter JsonWriter::within(QByteArray &out, int depth)
@@ -177,12 +181,14 @@ void JsonWriter::value(bool flag)
 
 void JsonWriter::value(qint64 number)
 {
-    encoded(QByteArray::number(number));
+    separate();
+    addNumber(m_out, number);
 }
 
 void JsonWriter::value(quint64 number)
 {
-    encoded(QByteArray::number(number));
+    separate();
+    addNumber(m_out, number);
 }
 
 void JsonWriter::value(double number)
