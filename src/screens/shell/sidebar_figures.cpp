@@ -15,7 +15,7 @@ std::optional<QString> unlessZero(int count)
 
 } // namespace
 
-std::optional<QString> sidebarCount(Screen screen, const Derived *derived)
+std::optional<QString> sidebarCount(Screen screen, const Derived *derived, int changes)
 {
     if (!derived)
         return std::nullopt;
@@ -32,6 +32,8 @@ std::optional<QString> sidebarCount(Screen screen, const Derived *derived)
         return unlessZero(derived->missing);
     case Screen::TrackId:
         return unlessZero(derived->total - derived->withGenre);
+    case Screen::ChangeLog:
+        return unlessZero(changes);
     default:
         return std::nullopt;
     }

@@ -55,10 +55,10 @@ void SidebarModel::setSelection(Screen screen)
     rowsChanged(SelectedRole);
 }
 
-void SidebarModel::setLibrary(const Derived *derived)
+void SidebarModel::setFigures(const Derived *derived, int changes)
 {
     for (Row &row : m_rows)
-        row.badge = SidebarFigures::sidebarCount(row.screen, derived).value_or(QString());
+        row.badge = SidebarFigures::sidebarCount(row.screen, derived, changes).value_or(QString());
     rowsChanged(BadgeRole);
 }
 

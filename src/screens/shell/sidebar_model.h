@@ -33,8 +33,8 @@ public:
 
     Screen screenAt(int row) const { return m_rows.at(row).screen; }
     void setSelection(Screen screen);
-    /// Null for none.
-    void setLibrary(const Derived *derived);
+    /// What the badges count: the library, null for none, and the changes made so far.
+    void setFigures(const Derived *derived, int changes);
 
 private:
     struct Row

@@ -38,6 +38,7 @@ Q_SIGNALS:
 
 private:
     void readLibrary();
+    void readBadges();
 
     AppState &m_app;
     SidebarModel m_rows;

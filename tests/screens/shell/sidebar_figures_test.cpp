@@ -35,9 +35,10 @@ Derived clean()
                                .gain()}));
 }
 
-QString badge(const QString &screen, const Derived *derived)
+QString badge(const QString &screen, const Derived *derived, int changes = 0)
 {
-    return SidebarFigures::sidebarCount(*screenFromRawValue(screen), derived).value_or(none);
+    return SidebarFigures::sidebarCount(*screenFromRawValue(screen), derived, changes)
+        .value_or(none);
 }
 
 } // namespace
@@ -49,6 +50,7 @@ class SidebarFiguresTest : public QObject
 private Q_SLOTS:
     void countsWhatIsToBeDone_data();
     void countsWhatIsToBeDone();
+    void countsTheChanges();
     void countsNothingWithoutALibrary();
     void everyOtherScreenHasNoBadge();
     void addsTheLibraryUp();
@@ -75,20 +77,28 @@ void SidebarFiguresTest::countsWhatIsToBeDone()
     QTEST(badge(screen, &cleanLibrary), "inClean");
 }
 
+void SidebarFiguresTest::countsTheChanges()
+{
+    const Derived library = clean();
+    QCOMPARE(badge(u"changeLog"_s, &library, 0), none);
+    QCOMPARE(badge(u"changeLog"_s, &library, 1), u"1"_s);
+    QCOMPARE(badge(u"changeLog"_s, &library, 240), u"240"_s);
+}
+
 void SidebarFiguresTest::countsNothingWithoutALibrary()
 {
     for (const ScreenInfo &info : allScreens())
-        QCOMPARE(badge(info.rawValue, nullptr), none);
+        QCOMPARE(badge(info.rawValue, nullptr, 9), none);
 }
 
 void SidebarFiguresTest::everyOtherScreenHasNoBadge()
 {
     const Derived library = worn();
-    const QStringList counted = {u"libraryScore"_s, u"health"_s,  u"fixQueue"_s,
-                                 u"duplicates"_s,   u"missing"_s, u"trackID"_s};
+    const QStringList counted = {u"libraryScore"_s, u"health"_s,  u"fixQueue"_s, u"duplicates"_s,
+                                 u"missing"_s,      u"trackID"_s, u"changeLog"_s};
     for (const ScreenInfo &info : allScreens()) {
         if (!counted.contains(info.rawValue))
-            QCOMPARE(badge(info.rawValue, &library), none);
+            QCOMPARE(badge(info.rawValue, &library, 9), none);
     }
 }
 

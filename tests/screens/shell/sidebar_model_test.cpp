@@ -83,9 +83,9 @@ private Q_SLOTS:
         const QAbstractItemModelTester tester(&model);
         const QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
         const Derived library(scanOf({lost(u"Ash"_s, u"Dawn"_s)}));
-        model.setLibrary(&library);
+        model.setFigures(&library, 0);
         QCOMPARE(model.index(5).data(SidebarModel::BadgeRole), u"1"_s);
-        model.setLibrary(nullptr);
+        model.setFigures(nullptr, 7);
         QCOMPARE(column(model, SidebarModel::BadgeRole).join(QString()), QString());
         QCOMPARE(reset.count(), 0);
     }
