@@ -402,9 +402,11 @@ void MainWindowTest::dimsWhatIsNotBuilt()
 {
     m_fixture->open();
     for (const ScreenInfo &info : allScreens()) {
-        auto *content =
-            m_fixture->button(info.title)->property("contentItem").value<QQuickItem *>();
-        QCOMPARE(content->opacity(), info.isImplemented ? 1.0 : 0.5);
+        QQuickItem *row = m_fixture->button(info.title);
+        for (const char *part : {"contentItem", "background"}) {
+            const auto *item = row->property(part).value<QQuickItem *>();
+            QCOMPARE(item->opacity(), info.isImplemented ? 1.0 : 0.5);
+        }
     }
 }
 

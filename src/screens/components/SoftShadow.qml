@@ -23,6 +23,6 @@ BorderImage {
     border.right: shadow.edgeAcross
     border.top: shadow.edgeDown
     border.bottom: shadow.edgeDown
-    source: Shadows.url(shadow.color, shadow.blur, shadow.corner, parent.width, parent.height)
+    source: !shadow.visible ? "" : Shadows.url(shadow.color, shadow.blur, shadow.corner, parent.width, parent.height)
     Accessible.ignored: true
 }

@@ -12,6 +12,9 @@ PlainButton {
     required property bool implemented
     required property bool selected
 
+    /// The focus ring of a dimmed row is as strong as any.
+    readonly property real presence: row.implemented ? 1 : 0.5
+
     text: row.title
     ringGap: row.selected ? -3 : -1
     ringColor: row.selected ? Theme.onFill : Theme.focusRing
@@ -22,7 +25,8 @@ PlainButton {
     Accessible.selected: row.selected
 
     contentItem: RowLayout {
-        opacity: row.implemented ? 1 : 0.5
+        // White on the paler ground of a selected row is what half of both comes to.
+        opacity: row.selected ? 1 : row.presence
         spacing: 9
 
         Icon {
@@ -49,6 +53,7 @@ PlainButton {
         }
     }
     background: Rectangle {
+        opacity: row.presence
         radius: Theme.radius.control
         color: row.selected ? (row.down ? Theme.accent700 : row.hovered ? Theme.accent600 : Theme.accent) : row.down ? Theme.pressFill : row.hovered ? Theme.hoverFill : "transparent"
     }
