@@ -52,7 +52,7 @@ constexpr TrackField trackFields[] = {
     {"tbit"_tag, &SeratoTrack::bitrateText, Kind::SharedText},
     {"tsmp"_tag, &SeratoTrack::sampleRateText, Kind::SharedText},
     {"tsiz"_tag, &SeratoTrack::sizeText, Kind::SharedText},
-    {"tadd"_tag, &SeratoTrack::dateAddedText, Kind::SharedText},
+    {"tadd"_tag, &SeratoTrack::dateAddedText, Kind::OwnText},
     {"ufsb"_tag, &SeratoTrack::fileSizeBytes},
     {"uadd"_tag, &SeratoTrack::dateAdded},
     {"utpc"_tag, &SeratoTrack::playCount},
