@@ -41,6 +41,22 @@ in_demo() {
     HOME="$demo/home" XDG_DATA_HOME="$demo/data" "$@"
 }
 
+# A community for the demo: a Signal server whose invented DJs play some of the library. It goes when
+# this script ends, and begins anew each time.
+serve_signal() {
+  in_demo "$bin/tarnwick-cli" --json scan >"$demo/scan.json"
+  : >"$demo/signal.txt"
+  python3 -B tools/signal_server/signal_server.py --seed-djs 40 --seed-scan "$demo/scan.json" \
+    >"$demo/signal.txt" &
+  trap 'kill $!' EXIT
+  for _ in {1..100}; do
+    [ -s "$demo/signal.txt" ] && break
+    sleep 0.1
+  done
+  in_demo "$bin/tarnwick-cli" signal set --server "$(sed 's/.* //' "$demo/signal.txt")"
+}
+
+serve_signal
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
   echo "Opening Tarnwick on the demo library in $demo/home"
   in_demo TARNWICK_AUTOSCAN=1 "$bin/tarnwick"
@@ -54,3 +70,5 @@ echo "The pictures lie in $demo/pictures:"
 (cd "$demo/pictures" && printf '  %s\n' *.png)
 echo
 in_demo "$bin/tarnwick-cli" score
+echo
+in_demo "$bin/tarnwick-cli" signal landing | sed -n 1,10p

@@ -19,12 +19,12 @@ run=(
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
   qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-dialogs
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window
-  qt6-wayland fonts-inter
+  qt6-wayland fonts-inter python3
 )
 test=(
   locales qml6-module-qttest xvfb dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi libx11-6 zsh
 )
-check=(git python3 clang-format clang-tidy cppcheck shellcheck)
+check=(git clang-format clang-tidy cppcheck shellcheck)
 interop=(python3-mutagen libtag1-dev libxml2-utils sqlite3)
 fuzz=(clang libclang-rt-dev)
 

@@ -124,6 +124,8 @@ void AppState::libraryHasChanged(std::shared_ptr<const Derived> derived)
     m_derived = std::move(derived);
     m_hygiene.reset();
     m_trackMap.reset();
+    m_lanes.reset();
+    m_ownedKeys.reset();
     if (m_gatherings > 0)
         m_libraryToTell = true;
     else

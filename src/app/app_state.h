@@ -17,6 +17,8 @@
 #include "safety/snapshot.h"
 #include "serato/loaded_crate.h"
 #include "serato/serato_library.h"
+#include "signal/signal_config.h"
+#include "signal/signal_records.h"
 
 #include <QList>
 #include <QObject>
@@ -93,6 +95,19 @@ public:
     const std::optional<ExportProgress> &exporting() const { return m_exporting; }
     /// What the last export has written; nothing from the start of the next on.
     const std::optional<ExportOutcome> &lastExport() const { return m_lastExport; }
+    /// The settings for Signal, as they stand in memory.
+    const SignalConfig &signal() const { return m_signal; }
+    /// The chart as last fetched. It stays where a later fetch fails.
+    const QList<LandingTrack> &landing() const { return m_landing; }
+    /// Why the last fetch of the chart failed; nothing if it didn't.
+    const std::optional<QString> &landingError() const { return m_landingError; }
+    /// Whether the chart is being fetched or plays are being contributed.
+    bool signalBusy() const { return m_signalBusy; }
+    const std::optional<SignalClient::PoolStats> &poolStats() const { return m_poolStats; }
+    /// How many plays of this DJ's the pool holds, as the server last said.
+    qint64 youFeed() const { return m_youFeed; }
+    /// The track keys of all that was played, as read after the last scan.
+    const QSet<QString> &playedKeys() const { return m_playedKeys; }
     /// Duplicate groups that the user called none; forgotten with the process.
     const QSet<QString> &ignoredDupeKeys() const { return m_ignoredDupeKeys; }
 
@@ -109,6 +124,11 @@ public:
     const TrackMap &trackMap() const;
     /// The set that these crates make up, each track once; see tracksInCrates.
     std::vector<ScannedTrack> tracksInCrates(const QSet<QString> &names) const;
+    /// The lanes of the present library's tracks on disk, in order, behind "All". Kept until the
+    /// library changes, as are `ownedKeys`.
+    const QStringList &lanes() const;
+    /// The track keys of the present library's tracks on disk.
+    const QSet<QString> &ownedKeys() const;
     /// The library that a scan without a choice takes: the home library, with or without a
     /// database, else the first one online with a database.
     std::optional<SeratoLibrary::Location> defaultLocation() const;
@@ -131,6 +151,17 @@ public:
     /// How far the present library and an earlier export in the folder have come apart; nothing
     /// where there is nothing to compare. Reads the whole export: not for every frame.
     std::optional<ExportDrift> drift(ExportTarget target, const QString &folder) const;
+
+    /// Changes the settings for Signal in memory alone.
+    void setSignal(const SignalConfig &config);
+    void saveSignal();
+    /// Fetches the chart in the background. A lane or a city of "All" doesn't filter.
+    void refreshLanding(int windowDays, const std::optional<QString> &lane,
+                        const std::optional<QString> &city);
+    /// Shares all plays of the history, in the background, where the user has turned sharing on.
+    void contributePlays();
+    /// Has all plays of this DJ's erased, in the background, and turns sharing off once they are.
+    void leaveSignal();
 
     /// Shows a message for 4.2 seconds, in the place of the one on show.
     void showToast(const QString &message, Reversible reversible = Reversible::No);
@@ -191,6 +222,7 @@ Q_SIGNALS:
     void busyChanged();
     void exportingChanged(); ///< also for each report of a running export
     void lastExportChanged();
+    void signalChanged(); ///< the settings, the chart, its error or what goes with them
     void safetyChanged(); ///< snapshots, change log, holding folder or cue vault
     /// One for each toast, also where two follow each other within one turn of the event loop.
     void toastRaised(const tarnwick::Toast &toast);
@@ -252,6 +284,8 @@ private:
     void setLastExport(const std::optional<ExportOutcome> &outcome);
     void finishExport(const ExportOutcome &outcome);
     void failExport(const Failure &reason);
+    void loadPlayedKeys();
+    void setSignalBusy(bool busy);
     void applyEnvironmentAfterScan();
     std::optional<QString> environmentValue(const char *name) const;
 
@@ -284,6 +318,13 @@ private:
     std::optional<QString> m_busy;
     std::optional<ExportProgress> m_exporting;
     std::optional<ExportOutcome> m_lastExport;
+    SignalConfig m_signal = SignalConfig::loadOrCreate();
+    QList<LandingTrack> m_landing;
+    std::optional<QString> m_landingError;
+    bool m_signalBusy = false;
+    std::optional<SignalClient::PoolStats> m_poolStats;
+    qint64 m_youFeed = 0;
+    QSet<QString> m_playedKeys;
     QSet<QString> m_ignoredDupeKeys;
 
     int m_gatherings = 0;
@@ -293,6 +334,8 @@ private:
     mutable std::shared_ptr<const Derived> m_derived;
     mutable std::shared_ptr<const CrateHygiene> m_hygiene;
     mutable std::optional<TrackMap> m_trackMap;
+    mutable std::optional<QStringList> m_lanes;
+    mutable std::optional<QSet<QString>> m_ownedKeys;
     int m_pendingTasks = 0;
 };
 

@@ -67,6 +67,7 @@ void AppState::finishScan(FinishedScan scan)
     else
         reloadCrates();
     captureCueVault();
+    loadPlayedKeys();
     applyEnvironmentAfterScan();
     Q_EMIT scanFinished();
 }
@@ -80,6 +81,8 @@ void AppState::applyEnvironmentAfterScan()
     }
     if (environmentValue("TARNWICK_SNAPSHOT") == u"1"_s)
         takeSnapshot(u"First snapshot"_s);
+    if (environmentValue("TARNWICK_SIGNAL_CONTRIBUTE") == u"1"_s)
+        contributePlays();
 }
 
 void AppState::failScan(const Failure &reason)

@@ -70,17 +70,27 @@ std::optional<Failure> wrongCount(const CommandInfo &command, qsizetype given)
             .trimmed()};
 }
 
+/// How many words the name of a command has that begins so.
+qsizetype wordsInName(const QString &first)
+{
+    const auto beginsSo = [start = first + u' '](const CommandInfo &command) {
+        return command.name.startsWith(start);
+    };
+    return std::any_of(commands().begin(), commands().end(), beginsSo) ? 2 : 1;
+}
+
 Result<CommandLine> withCommand(CommandLine line, const QCommandLineParser &parser)
 {
     const QStringList given = parser.positionalArguments();
-    line.command = commandNamed(given.first());
+    const QStringList name = given.first(qMin(given.size(), wordsInName(given.first())));
+    line.command = commandNamed(name.join(u' '));
     if (!line.command)
-        return failure(u"unknown command '%1' (see 'tarnwick-cli --help')"_s.arg(given.first()));
+        return failure(u"unknown command '%1' (see 'tarnwick-cli --help')"_s.arg(name.join(u' ')));
     auto options = optionsOf(*line.command, parser);
     if (!options)
         return tl::unexpected(options.error());
     line.options = *options;
-    line.arguments = given.sliced(1);
+    line.arguments = given.sliced(name.size());
     if (line.help)
         return line;
     if (const auto complaint = wrongCount(*line.command, line.arguments.size()))

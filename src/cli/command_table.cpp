@@ -4,11 +4,13 @@
 #include "cli/crate_reports.h"
 #include "cli/export_command.h"
 #include "cli/gig_run_command.h"
+#include "cli/history_command.h"
 #include "cli/probe_command.h"
 #include "cli/reading_commands.h"
 #include "cli/repair_actions.h"
 #include "cli/repair_reports.h"
 #include "cli/safety_reports.h"
+#include "cli/signal_subcommands.h"
 
 using namespace Qt::StringLiterals;
 
@@ -231,6 +233,34 @@ const QList<CommandInfo> &commands()
          .summary = u"Export a library (engine, rekordbox or seratoBackup)."_s,
          .check = checkExportTarget,
          .run = runExport},
+        {.name = u"history"_s, .summary = u"List what was played."_s, .run = runHistory},
+        {.name = u"signal lanes"_s,
+         .scans = Scans::Yes,
+         .summary = u"List the lanes of a library, what it owns and what was played of it."_s,
+         .run = runSignalLanes},
+        {.name = u"signal set"_s,
+         .options = {{u"server"_s, u"URL"_s, u"the server that your community runs"_s},
+                     {u"key"_s, u"KEY"_s, u"the access key that your crew gave you"_s},
+                     {u"city"_s, u"CITY"_s, u"your city, if you want it known"_s},
+                     {u"opt-in"_s, u"on|off"_s, u"whether plays are shared"_s}},
+         .summary = u"Change and show the settings for Signal."_s,
+         .check = checkSignalSet,
+         .run = runSignalSet},
+        {.name = u"signal landing"_s,
+         .scans = Scans::Yes,
+         .options = {{u"window"_s, u"DAYS"_s, u"how far back (default: 30)"_s},
+                     {u"lane"_s, u"LANE"_s, u"this lane alone"_s},
+                     {u"city"_s, u"CITY"_s, u"this city alone"_s}},
+         .summary = u"Show what the DJs of the community play."_s,
+         .check = checkSignalLanding,
+         .run = runSignalLanding},
+        {.name = u"signal contribute"_s,
+         .scans = Scans::Yes,
+         .summary = u"Share anonymous play counts with the community."_s,
+         .run = runSignalContribute},
+        {.name = u"signal leave"_s,
+         .summary = u"Stop sharing and have all that was shared erased."_s,
+         .run = runSignalLeave},
         {.name = u"probe"_s,
          .argumentUsage = u"FILE"_s,
          .leastArguments = 1,

@@ -31,7 +31,7 @@ struct OptionInfo
 /// One command of the program.
 struct CommandInfo
 {
-    QString name = {};
+    QString name = {};          ///< one word, or two of which many share the first
     QString argumentUsage = {}; ///< as in "PATH FILE"; empty for none
     int leastArguments = 0;
     int mostArguments = 0; ///< -1 for any number
