@@ -52,10 +52,11 @@ bool hasNoAnswer(const QNetworkReply &reply)
     const QNetworkReply::NetworkError error = reply.error();
     if (error == QNetworkReply::NoError)
         return false;
-    // A redirect or a refusal that Qt would have liked to answer with the same body once more.
+    const int status = statusOf(reply);
+    // An answer that Qt would have liked to meet with the same body once more.
     if (error == QNetworkReply::ContentReSendError)
-        return statusOf(reply) == 0;
-    return statusOf(reply) < 400 || error <= QNetworkReply::UnknownNetworkError ||
+        return status != 307 && status != 308 && status != 401 && status != 407;
+    return status < 400 || error <= QNetworkReply::UnknownNetworkError ||
            error == QNetworkReply::ProtocolFailure;
 }
 
