@@ -7,7 +7,6 @@
 #include "foundation/numbers.h"
 #include "signal/lanes.h"
 
-#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -155,15 +154,12 @@ void printLanding(Output &out, const AppState &app)
         out.line(u"%1 DJs · %2 tracks in the pool"_s.arg(stats->djs).arg(stats->tracks));
 }
 
-/// How a command went that says so in its toasts, which it also prints, with one member more in the
-/// object.
+/// Ends a command that has one member more to tell than its toasts.
 template <typename WriteMember>
-Status tellToasts(Session &session, WriteMember writeMember)
+Status reportWith(Session &session, WriteMember writeMember)
 {
-    const QList<Toast> &toasts = session.toasts();
-    const bool isRefused = std::any_of(toasts.begin(), toasts.end(),
-                                       [](const Toast &toast) { return toast.isProblem; });
-    const Status status = isRefused ? Status::Refused : Status::Done;
+    session.waitForBackground();
+    const Status status = session.statusOfToasts();
     if (session.wantsJson()) {
         JsonWriter &json = session.out().json();
         json.beginObject();
@@ -171,7 +167,7 @@ Status tellToasts(Session &session, WriteMember writeMember)
         writeMember(json);
         json.endObject();
     }
-    if (!session.wantsJson() || isRefused)
+    if (!session.wantsJson() || status != Status::Done)
         session.printToasts(status);
     return status;
 }
@@ -218,7 +214,7 @@ Status runSignalSet(Session &session)
     session.app().saveSignal();
     if (!session.wantsJson())
         printConfig(session.out(), config);
-    return tellToasts(session, [&](JsonWriter &json) { writeConfig(json, config); });
+    return reportWith(session, [&](JsonWriter &json) { writeConfig(json, config); });
 }
 
 Status runSignalLanding(Session &session)
@@ -241,16 +237,14 @@ Status runSignalLanding(Session &session)
 Status runSignalContribute(Session &session)
 {
     session.app().contributePlays();
-    session.waitForBackground();
-    return tellToasts(session,
+    return reportWith(session,
                       [&](JsonWriter &json) { json.member(u"youFeed", session.app().youFeed()); });
 }
 
 Status runSignalLeave(Session &session)
 {
     session.app().leaveSignal();
-    session.waitForBackground();
-    return tellToasts(session, [](JsonWriter &) {});
+    return session.reportToasts();
 }
 
 } // namespace tarnwick::cli
