@@ -52,17 +52,88 @@ QString zshOptions(const CommandInfo &command)
     return lines;
 }
 
+QString firstWord(const CommandInfo &command)
+{
+    return command.name.section(u' ', 0, 0);
+}
+
+/// The second word of a name; empty where it has one.
+QString secondWord(const CommandInfo &command)
+{
+    return command.name.section(u' ', 1, 1);
+}
+
+/// First words of names that have two, each once.
+QStringList groups()
+{
+    QStringList found;
+    for (const CommandInfo &command : commands()) {
+        if (!secondWord(command).isEmpty())
+            found.append(firstWord(command));
+    }
+    found.removeDuplicates();
+    return found;
+}
+
+QList<CommandInfo> commandsOf(const QString &group)
+{
+    QList<CommandInfo> found = commands();
+    found.removeIf([&group](const CommandInfo &command) {
+        return secondWord(command).isEmpty() || firstWord(command) != group;
+    });
+    return found;
+}
+
+QString bashCases()
+{
+    QString cases;
+    for (const CommandInfo &command : commands()) {
+        cases += u"    '%1') options='%2'; files=%3 ;;\n"_s.arg(
+            command.name, optionsOf(command), takesFiles(command) ? u"yes"_s : u"no"_s);
+    }
+    for (const QString &group : groups()) {
+        QString options = globalOptions();
+        for (const CommandInfo &command : commandsOf(group))
+            options += u' ' + secondWord(command);
+        cases += u"    '%1') options='%2' ;;\n"_s.arg(group, options);
+    }
+    return cases;
+}
+
+/// What completes the arguments behind a name.
+QString zshArguments(const CommandInfo &command)
+{
+    const QString rest = takesFiles(command) ? u"'*:file:_files'"_s : u"'*: : '"_s;
+    return u"      _arguments $global%1 \\\n        %2 ;;\n"_s.arg(zshOptions(command), rest);
+}
+
+QString zshGroup(const QString &group)
+{
+    QString parts;
+    QString cases;
+    for (const CommandInfo &command : commandsOf(group)) {
+        parts += u"        '%1:%2'\n"_s.arg(secondWord(command), described(command.summary));
+        cases += u"      %1)\n"_s.arg(secondWord(command)) + zshArguments(command);
+    }
+    return u"    %1)\n"
+           "      parts=(\n%2      )\n"
+           "      if (( CURRENT == 2 )); then\n"
+           "        _describe command parts\n"
+           "        return\n"
+           "      fi\n"
+           "      shift words; (( CURRENT-- ))\n"
+           "      case $words[1] in\n%3"
+           "      esac ;;\n"_s.arg(group, parts, cases);
+}
+
 } // namespace
 
 QString bashCompletion()
 {
     QStringList names;
-    QString cases;
-    for (const CommandInfo &command : commands()) {
-        names.append(command.name);
-        cases += u"    %1) options='%2'; files=%3 ;;\n"_s.arg(
-            command.name, optionsOf(command), takesFiles(command) ? u"yes"_s : u"no"_s);
-    }
+    for (const CommandInfo &command : commands())
+        names.append(firstWord(command));
+    names.removeDuplicates();
     return u"# Completion of tarnwick-cli for bash.\n"
            "_tarnwick_cli() {\n"
            "  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]}\n"
@@ -76,13 +147,15 @@ QString bashCompletion()
            "    if [ \"${COMP_WORDS[i]}\" = --library ]; then\n"
            "      ((i++))\n"
            "    elif [[ ${COMP_WORDS[i]} != -* ]]; then\n"
-           "      command=${COMP_WORDS[i]}\n"
-           "      break\n"
+           "      command=${command:+$command }${COMP_WORDS[i]}\n"
+           "      [[ ' "_s +
+           groups().join(u' ') +
+           u" ' = *\" $command \"* ]] || break\n"
            "    fi\n"
            "  done\n"
            "  case $command in\n"
            "    '') options='"_s +
-           globalOptions() + u' ' + names.join(u' ') + u"' ;;\n"_s + cases +
+           globalOptions() + u' ' + names.join(u' ') + u"' ;;\n"_s + bashCases() +
            u"  esac\n"
            "  mapfile -t COMPREPLY < <(compgen -W \"$options\" -- \"$word\")\n"
            "  if [ $files = yes ] && [[ $word != -* ]]; then\n"
@@ -97,16 +170,23 @@ QString zshCompletion()
     QString names;
     QString cases;
     for (const CommandInfo &command : commands()) {
+        if (!secondWord(command).isEmpty())
+            continue;
         names += u"    '%1:%2'\n"_s.arg(command.name, described(command.summary));
-        const QString rest = takesFiles(command) ? u"'*:file:_files'"_s : u"'*: : '"_s;
-        cases += u"    %1)\n      _arguments $global%2 \\\n        %3 ;;\n"_s.arg(
-            command.name, zshOptions(command), rest);
+        cases += u"    %1)\n"_s.arg(command.name) + zshArguments(command);
+    }
+    for (const QString &group : groups()) {
+        QStringList parts;
+        for (const CommandInfo &command : commandsOf(group))
+            parts.append(secondWord(command));
+        names += u"    '%1:%2'\n"_s.arg(group, parts.join(u", "_s));
+        cases += zshGroup(group);
     }
     return u"#compdef tarnwick-cli\n"
            "# Completion of tarnwick-cli for zsh.\n"
            "_tarnwick-cli() {\n"
            "  local context state line\n"
-           "  local -a global commands\n"
+           "  local -a global commands parts\n"
            "  global=(\n"
            "    '--library[the _Serato_ folder to work with]:folder:_files -/'\n"
            "    '--json[print one JSON object]'\n"

@@ -53,6 +53,15 @@ void CompletionsTest::bashCompletesTheLastWord_data()
     QTest::newRow("a global option") << QStringList{u"--j"_s} << QByteArray("--json");
     QTest::newRow("an option of the command")
         << QStringList{u"scan"_s, u"--no"_s} << QByteArray("--no-tags");
+    QTest::newRow("the first of two words") << QStringList{u"sig"_s} << QByteArray("signal");
+    QTest::newRow("the second") << QStringList{u"signal"_s, u"l"_s}
+                                << QByteArray("lanes landing leave");
+    QTest::newRow("the second behind an option")
+        << QStringList{u"signal"_s, u"--json"_s, u"co"_s} << QByteArray("contribute");
+    QTest::newRow("an option of two words")
+        << QStringList{u"signal"_s, u"landing"_s, u"--wi"_s} << QByteArray("--window");
+    QTest::newRow("none of its sister")
+        << QStringList{u"signal"_s, u"landing"_s, u"--opt"_s} << QByteArray();
     QTest::newRow("none of another command") << QStringList{u"score"_s, u"--no"_s} << QByteArray();
     QTest::newRow("a file") << QStringList{u"probe"_s, u"so"_s} << QByteArray("song.mp3");
     QTest::newRow("no file for a track's path") << QStringList{u"drop"_s, u"so"_s} << QByteArray();
@@ -87,7 +96,8 @@ void CompletionsTest::zshKnowsEveryCommandAndOption()
 {
     const QString script = cli::zshCompletion();
     for (const cli::CommandInfo &command : cli::commands()) {
-        QVERIFY2(script.contains(u"    '%1:"_s.arg(command.name)), qPrintable(command.name));
+        QVERIFY2(script.contains(u"    '%1:"_s.arg(command.name.section(u' ', -1))),
+                 qPrintable(command.name));
         for (const cli::OptionInfo &option : command.options)
             QVERIFY2(script.contains(u"'*--%1["_s.arg(option.name)), qPrintable(option.name));
     }
