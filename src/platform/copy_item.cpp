@@ -29,6 +29,10 @@ int copyFolder(const QByteArray &source, const QByteArray &destination, const st
         if (const int error = copyEntry(from, destination + '/' + name, flush, tally))
             return error;
     }
+    if (flush == Flush::Yes) {
+        if (const int error = calls::flushFolderOf(destination + "/."))
+            return error;
+    }
     return calls::setMode(destination, status.st_mode & 07777);
 }
 
