@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "platform/fault_gate.h"
 #include "support/app_fixture.h"
+#include "support/memory_folder.h"
 #include "support/running_program.h"
 #include "support/test_files.h"
 
@@ -41,6 +42,7 @@ class ExportCommandsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { keepTemporaryFoldersInMemory(); }
     void init();
     void cleanup() { m_fixture.reset(); }
     void doesNothingBeforeAScan();
@@ -53,6 +55,7 @@ private Q_SLOTS:
     void tellsWhyAnExportFailed();
     void leavesWhatAFailedExportHasWritten();
     void exportsTheLibraryAsItWasAtTheStart();
+    void isNotDisturbedByACommand();
     void exportsTheCratesOfTheScan();
     void runsTwoExportsAtOnce();
     void outlivesItsAppState();
@@ -260,6 +263,18 @@ void ExportCommandsTest::exportsTheLibraryAsItWasAtTheStart()
     QCOMPARE(app.result()->total(), 0);
     QCOMPARE(app.lastExport()->trackCount, trackCount);
     QCOMPARE(app.drift(ExportTarget::Engine, destination()), drift(0, trackCount));
+}
+
+void ExportCommandsTest::isNotDisturbedByACommand()
+{
+    AppState &app = launchAndScan();
+    const ScannedTrack first = app.result()->tracks.front();
+    app.runExport(ExportTarget::Engine, destination());
+    app.dropFromLibrary(first);
+    QCOMPARE(app.result()->total(), trackCount); // of one more, one of them missing
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(app.lastExport()->trackCount, trackCount);
+    QCOMPARE(app.drift(ExportTarget::Engine, destination()), drift(0, 1));
 }
 
 void ExportCommandsTest::exportsTheCratesOfTheScan()
