@@ -1,6 +1,9 @@
+#include "platform/fault_gate.h"
 #include "support/command_fixture.h"
 #include "support/running_program.h"
 #include "support/tag_builder.h"
+
+#include <cerrno>
 
 using namespace tarnwick;
 using namespace tarnwick::testing;
@@ -44,6 +47,23 @@ private Q_SLOTS:
         app.setGenre(m_user->track(0), u"House"_s, u"Before: gig run"_s);
         QCOMPARE(app.snapshots().size(), 1);
         QCOMPARE(app.snapshots().first().reason, u"Before: gig run"_s);
+    }
+
+    void aFailedSnapshotIsTriedOnceMoreUnderTheDefaultReason()
+    {
+        m_user->addTrack(u"a.mp3"_s);
+        AppState &app = m_user->start();
+        int failures = 1;
+        {
+            const platform::ScopedFaults faults([&](platform::FileOperation, const QString &path) {
+                return path.endsWith(u"meta.json"_s) && failures-- > 0 ? EIO : 0;
+            });
+            app.setGenre(m_user->track(0), u"House"_s, u"Before: gig run"_s);
+        }
+        QVERIFY(failures <= 0);
+        QCOMPARE(app.snapshots().size(), 1);
+        QCOMPARE(app.snapshots().first().reason, u"Before: tag a.mp3"_s);
+        QCOMPARE(m_user->newestEntry().snapshotId, app.snapshots().first().id);
     }
 
     void aBatchTakesOneSnapshotAndLogsEachTrack()

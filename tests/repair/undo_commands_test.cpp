@@ -1,7 +1,10 @@
 #include "platform/clock.h"
+#include "platform/fault_gate.h"
 #include "support/command_fixture.h"
 #include "support/running_program.h"
 #include "support/tag_builder.h"
+
+#include <cerrno>
 
 using namespace tarnwick;
 using namespace tarnwick::testing;
@@ -190,6 +193,54 @@ private Q_SLOTS:
         QCOMPARE(m_user->toasts(), QStringList{u"Undone: a.mp3"_s});
         QCOMPARE(contentOf(u'/' + path), file);
         QVERIFY(m_user->track(0).hasReplayGain);
+        QVERIFY(m_user->newestEntry().reversed);
+    }
+
+    void kindsThatNothingCanUndoAreOnlyMarked_data()
+    {
+        QTest::addColumn<ChangeEntry::Kind>("kind");
+        QTest::newRow("snapshot") << ChangeEntry::Kind::Snapshot;
+        QTest::newRow("rollback") << ChangeEntry::Kind::Rollback;
+        QTest::newRow("archive") << ChangeEntry::Kind::Archive;
+        QTest::newRow("cues") << ChangeEntry::Kind::RestoreCues;
+        QTest::newRow("duplicate without a held file and a snapshot") << ChangeEntry::Kind::Dedupe;
+    }
+    void kindsThatNothingCanUndoAreOnlyMarked()
+    {
+        QFETCH(const ChangeEntry::Kind, kind);
+        m_user->addTrack(u"a.mp3"_s);
+        ChangeLog().append({.kind = kind, .target = u"a.mp3"_s, .detail = u"Done"_s});
+        m_user->start();
+        const auto home = treeOf(m_user->home({}));
+        undoNewest();
+        QCOMPARE(m_user->toasts(), QStringList{u"Undone: a.mp3"_s});
+        QVERIFY(m_user->newestEntry().reversed);
+        QCOMPARE(treeOf(m_user->home({})), home);
+        QCOMPARE(m_user->snapshotCount(), 0);
+    }
+
+    /// The accepted loss: the file is back, its record isn't, and the entry is marked.
+    void aRecordThatCannotBeWrittenBackIsPassedOver()
+    {
+        AppState &app = startWithCopies();
+        const auto group = app.derived()->duplicateGroups.front();
+        const QString loser = group.members.back().track.absolutePath();
+        app.resolveDuplicates(group, group.members.front().id());
+        const QByteArray database = m_user->database();
+        {
+            const platform::ScopedFaults faults(
+                [](platform::FileOperation operation, const QString &path) {
+                    return operation == platform::FileOperation::Rename &&
+                                   path.endsWith(u"database V2.twtmp"_s)
+                               ? EIO
+                               : 0;
+                });
+            undoNewest();
+        }
+        QCOMPARE(m_user->toasts(), QStringList{u"Undone: "_s + QFileInfo(loser).fileName()});
+        QCOMPARE(m_user->database(), database);
+        QVERIFY(QFile::exists(loser));
+        QCOMPARE(m_user->paths().size(), 2);
         QVERIFY(m_user->newestEntry().reversed);
     }
 

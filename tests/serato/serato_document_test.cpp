@@ -5,7 +5,6 @@
 #include "support/serato_builder.h"
 #include "support/test_folder.h"
 
-#include <QRandomGenerator>
 #include <QTest>
 
 #include <cerrno>
@@ -77,7 +76,6 @@ private Q_SLOTS:
     void readFails();
     void writePutsTheDocumentInThePlaceOfTheFile();
     void failedWriteLeavesTheOldFile();
-    void randomEditsTouchNothingElse();
 };
 
 void SeratoDocumentTest::relinkOfTheFormatPageTouchesTwoFields()
@@ -499,75 +497,6 @@ void SeratoDocumentTest::failedWriteLeavesTheOldFile()
         failed = true;
     }
     QVERIFY2(n > 5 && n < 50, QByteArray::number(n));
-}
-
-void SeratoDocumentTest::randomEditsTouchNothingElse()
-{
-    // Besides the document a plain list of records is kept, and changed by hand.
-    struct Model
-    {
-        QString path;
-        QString genre;
-        QByteArray noise;
-        bool removed = false;
-
-        QByteArray bytes() const
-        {
-            if (removed)
-                return {};
-            if (path.isEmpty())
-                return record("xunk", noise);
-            const QByteArray genreField = genre.isNull() ? QByteArray() : textRecord("tgen", genre);
-            return trackRecord({record("aunk", noise), textRecord("pfil", path),
-                                record("tunk", noise), flagRecord("bmis", false), genreField});
-        }
-    };
-    QRandomGenerator random(20261120);
-    const auto noise = [&] {
-        QByteArray bytes(random.bounded(40), 0);
-        for (char &byte : bytes)
-            byte = char(random.bounded(256));
-        return bytes;
-    };
-    for (int round = 0; round < 60; ++round) {
-        QList<Model> models;
-        QByteArray image;
-        for (int i = random.bounded(30); i >= 0; --i) {
-            const bool isTrack = random.bounded(5) != 0;
-            models.append({isTrack ? u"Users/%1.mp3"_s.arg(i) : QString(),
-                           random.bounded(2) == 0 ? u"House"_s : QString(), noise()});
-            image += models.last().bytes();
-        }
-        SeratoDocument document = SeratoDocument::fromBytes(deepCopy(image));
-        for (int edit = random.bounded(20); edit >= 0; --edit) {
-            Model &model = models[random.bounded(int(models.size()))];
-            const bool exists = !model.path.isEmpty() && !model.removed;
-            const QString asked = model.path.isEmpty() ? u"no such path"_s : u'/' + model.path;
-            switch (random.bounded(3)) {
-            case 0: {
-                const QString genre = u"Genre %1"_s.arg(random.bounded(100'000));
-                QCOMPARE(document.setText(asked, "tgen"_tag, genre), exists);
-                if (exists)
-                    model.genre = genre;
-                break;
-            }
-            case 1: {
-                const QString path = u"Moved/%1 \u00E4"_s.arg(random.bounded(1'000'000));
-                QCOMPARE(document.relink(asked, path), exists);
-                if (exists)
-                    model.path = path;
-                break;
-            }
-            default:
-                QCOMPARE(document.removeTrack(asked), exists);
-                model.removed |= exists;
-            }
-        }
-        QByteArray expected;
-        for (const Model &model : models)
-            expected += model.bytes();
-        QCOMPARE(document.serialize(), expected);
-    }
 }
 
 QTEST_GUILESS_MAIN(SeratoDocumentTest)

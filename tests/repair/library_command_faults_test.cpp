@@ -1,0 +1,151 @@
+// The commands that edit the database alone, interrupted: whichever call of the system fails, and
+// wherever the process is killed, the database is the old one or the new one as a whole.
+
+#include "support/command_faults.h"
+
+#include <QTest>
+
+using namespace tarnwick;
+using namespace tarnwick::testing;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A track with a field that nobody here knows.
+QByteArray song(const QString &folder, const QString &name, QStringView genre,
+                bool isMissing = true)
+{
+    return trackRecord({record("zzzz", "kept"), textRecord("pfil", musicPath(folder, name)),
+                        textRecord("tgen", genre), flagRecord("bmis", isMissing)});
+}
+
+/// Two tracks, "gone.mp3" and "b.mp3", among records that nobody here knows.
+QByteArray database(const QByteArray &gone, const QByteArray &other)
+{
+    return databaseVersion() + gone + record("oxyz", "between") + other + record("oxyz", "last");
+}
+
+/// The file of the one is nowhere; that of the other is there, and so is "a.mp3".
+void fillLibrary(const QString &folder)
+{
+    put(databaseFile(folder),
+        database(song(folder, u"gone.mp3"_s, u"Pop"), song(folder, u"b.mp3"_s, u"Pop")));
+    put(musicFile(folder, u"a.mp3"_s), "music a");
+    put(musicFile(folder, u"b.mp3"_s), "music b");
+}
+
+Outcomes outcomesOf(const QByteArrayList &databases)
+{
+    return {databases, {{u"a.mp3"_s, {"music a"}}, {u"b.mp3"_s, {"music b"}}}};
+}
+
+/// Whether the database holds what an entry says it does, and nothing is marked as undone.
+bool stands(const QString &folder, const ChangeEntry &entry, const QByteArray &wanted)
+{
+    return !entry.reversed && contentOf(databaseFile(folder)).contains(wanted);
+}
+
+CommandCase relinking()
+{
+    return {.name = u"relink"_s,
+            .fill = fillLibrary,
+            .command =
+                [](UserProcess &user) {
+                    user.app().relink(*user.track(u"gone.mp3"_s),
+                                      QUrl::fromLocalFile(musicFile(user.folder(), u"a.mp3"_s)));
+                },
+            .outcomes =
+                [](const QString &folder) {
+                    const QByteArray other = song(folder, u"b.mp3"_s, u"Pop");
+                    return outcomesOf({database(song(folder, u"gone.mp3"_s, u"Pop"), other),
+                                       database(song(folder, u"a.mp3"_s, u"Pop", false), other)});
+                },
+            .isTrue =
+                [](const QString &folder, const ChangeEntry &entry) {
+                    return stands(folder, entry, song(folder, u"a.mp3"_s, u"Pop", false));
+                }};
+}
+
+CommandCase dropping()
+{
+    return {.name = u"drop"_s,
+            .fill = fillLibrary,
+            .command =
+                [](UserProcess &user) { user.app().dropFromLibrary(*user.track(u"gone.mp3"_s)); },
+            .outcomes =
+                [](const QString &folder) {
+                    const QByteArray other = song(folder, u"b.mp3"_s, u"Pop");
+                    return outcomesOf({database(song(folder, u"gone.mp3"_s, u"Pop"), other),
+                                       database({}, other)});
+                },
+            .isTrue =
+                [](const QString &folder, const ChangeEntry &) {
+                    return !contentOf(databaseFile(folder)).contains(utf16(u"gone.mp3"));
+                }};
+}
+
+bool isGenreSet(const QString &folder, const ChangeEntry &entry)
+{
+    return stands(folder, entry, song(folder, entry.target, u"House"));
+}
+
+CommandCase tagging()
+{
+    return {.name = u"genre"_s,
+            .fill = fillLibrary,
+            .command =
+                [](UserProcess &user) {
+                    user.app().setGenre(*user.track(u"gone.mp3"_s), u"House"_s, u"Before: all"_s);
+                },
+            .outcomes =
+                [](const QString &folder) {
+                    const QByteArray other = song(folder, u"b.mp3"_s, u"Pop");
+                    return outcomesOf({database(song(folder, u"gone.mp3"_s, u"Pop"), other),
+                                       database(song(folder, u"gone.mp3"_s, u"House"), other)});
+                },
+            .isTrue = isGenreSet};
+}
+
+CommandCase taggingAll()
+{
+    return {.name = u"genres"_s,
+            .fill = fillLibrary,
+            .command =
+                [](UserProcess &user) {
+                    user.app().setGenreBatch(user.app().result()->tracks, u"House"_s);
+                },
+            .outcomes =
+                [](const QString &folder) {
+                    QByteArrayList all;
+                    for (const QString &one : {u"Pop"_s, u"House"_s}) {
+                        for (const QString &other : {u"Pop"_s, u"House"_s})
+                            all << database(song(folder, u"gone.mp3"_s, one),
+                                            song(folder, u"b.mp3"_s, other));
+                    }
+                    return outcomesOf(all);
+                },
+            .isTrue = isGenreSet};
+}
+
+QList<Interruption> cases()
+{
+    return interruptionsOf({relinking(), dropping(), tagging(), taggingAll()});
+}
+
+} // namespace
+
+class LibraryCommandFaultsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void leavesAWholeDatabaseWhateverCallFails_data() { addRows(cases()); }
+    void leavesAWholeDatabaseWhateverCallFails()
+    {
+        QFETCH(const int, index);
+        checkAtEachCall(cases().at(index), 40);
+    }
+};
+
+TARNWICK_FAULT_LOOP_MAIN(LibraryCommandFaultsTest, cases)
+#include "library_command_faults_test.moc"

@@ -1,0 +1,186 @@
+#pragma once
+
+#include "support/fault_loop.h"
+#include "support/test_files.h"
+#include "support/user_process.h"
+
+#include <cerrno>
+#include <memory>
+
+/// Write commands that are interrupted at each of their system calls.
+///
+/// 1. The user of a run lives in the run's folder, with a library of one crate.
+/// 2. The launch and the scan ahead of the command are not interrupted; the command is, from its
+///    snapshot to its last look at the stores.
+/// 3. After it: the database holds one of the bytes that it may hold, every audio file is whole in
+///    its place or in holding, the log claims nothing that isn't so, and the next launch reads all
+///    of it. A command that only failed has kept its scan result in step with the disk.
+namespace tarnwick::testing {
+
+/// What a folder may hold once a command has been interrupted.
+struct Outcomes
+{
+    QByteArrayList databases = {};
+    QMap<QString, QByteArrayList> audio = {}; ///< what each audio file may hold, by name
+    QByteArrayList crates = {"crate"};        ///< what the one crate may hold
+    QByteArray earlierDatabase = {};          ///< that a snapshot of the earlier session may hold
+};
+
+/// A command that is interrupted.
+struct CommandCase
+{
+    QString name;
+    std::function<void(const QString &folder)> fill; ///< writes database and audio files
+    std::function<void(UserProcess &)> earlier = {}; ///< a session ahead of it; may be empty
+    std::function<void(UserProcess &)> command;
+    std::function<Outcomes(const QString &folder)> outcomes;
+    /// Whether what an entry of the log says is so.
+    std::function<bool(const QString &folder, const ChangeEntry &)> isTrue;
+    /// Whether a scan result that is not in step is accepted.
+    bool mayDiffer = false;
+};
+
+namespace detail {
+
+/// The process under way, and what it knew of its tracks at the end.
+inline std::unique_ptr<UserProcess> userProcess;
+inline QStringList knownTracks;
+
+/// Where the file's bytes are, among what it may hold.
+inline QString troubleOfAudio(const QString &folder, const QString &name,
+                              const QByteArrayList &allowed)
+{
+    QByteArrayList found;
+    if (QFileInfo::exists(musicFile(folder, name)))
+        found << contentOf(musicFile(folder, name));
+    const auto held = treeOf(folder + QStringLiteral("/data/Tarnwick/Holding"));
+    for (const auto &[path, content] : held.toStdMap()) {
+        if (path.endsWith(u'/' + name))
+            found << content;
+    }
+    if (found.isEmpty())
+        return name + QStringLiteral(" is nowhere");
+    for (const QByteArray &content : found) {
+        if (!allowed.contains(content))
+            return name + QStringLiteral(" is damaged");
+    }
+    return {};
+}
+
+inline QString strangerIn(const QString &folder, const QStringList &known)
+{
+    for (const QString &name : namesIn(folder)) {
+        const bool isTemporary = name.startsWith(u'.') && name.contains(QStringLiteral(".twtmp"));
+        if (!known.contains(name) && !isTemporary)
+            return name + QStringLiteral(" is no file of the user's");
+    }
+    return {};
+}
+
+inline QString troubleOnDisk(const QString &folder, const Outcomes &outcomes)
+{
+    if (!outcomes.databases.contains(contentOf(databaseFile(folder))))
+        return QStringLiteral("the database is neither old nor new");
+    if (!outcomes.crates.contains(
+            contentOf(libraryFile(folder, QStringLiteral("Subcrates/Set.crate")))))
+        return QStringLiteral("the crate is neither old nor new");
+    for (const auto &[name, allowed] : outcomes.audio.toStdMap()) {
+        if (const QString trouble = troubleOfAudio(folder, name, allowed); !trouble.isEmpty())
+            return trouble;
+    }
+    const QString stranger =
+        strangerIn(folder + QStringLiteral("/home/music"), outcomes.audio.keys()) +
+        strangerIn(libraryFile(folder, {}),
+                   {QStringLiteral("Subcrates"), QStringLiteral("database V2")});
+    return stranger;
+}
+
+inline QString troubleOfStores(const QString &folder, const CommandCase &what, AppState &app)
+{
+    const Outcomes outcomes = what.outcomes(folder);
+    for (const Snapshot &snapshot : app.snapshots()) {
+        const QByteArray database =
+            contentOf(snapshot.folderPath() + QStringLiteral("/database V2"));
+        if (!outcomes.databases.contains(database) && database != outcomes.earlierDatabase)
+            return QStringLiteral("a snapshot holds half a database");
+    }
+    for (const HeldItem &item : app.holding().activeItems()) {
+        if (!QFileInfo::exists(item.heldPath) && !QFileInfo::exists(item.originalPath))
+            return QStringLiteral("a held file is nowhere");
+    }
+    for (const ChangeEntry &entry : app.changeLog().entries()) {
+        if (!what.isTrue(folder, entry))
+            return QStringLiteral("the log claims what isn't so: ") + entry.detail;
+    }
+    return {};
+}
+
+inline QString troubleAfter(const QString &folder, const CommandCase &what)
+{
+    if (const QString trouble = troubleOnDisk(folder, what.outcomes(folder)); !trouble.isEmpty())
+        return trouble;
+    UserProcess next(folder);
+    if (!std::holds_alternative<Ready>(next.app().phase()))
+        return QStringLiteral("the next launch finds no library");
+    if (!knownTracks.isEmpty() && !what.mayDiffer && knownTracks != next.tracks())
+        return QStringLiteral("the result was out of step: %1 where the disk has %2")
+            .arg(knownTracks.join(u' '), next.tracks().join(u' '));
+    return troubleOfStores(folder, what, next.app());
+}
+
+} // namespace detail
+
+/// The command as the loops take it.
+inline Interruption interruptionOf(const CommandCase &what)
+{
+    const auto prepare = [what](const QString &folder) {
+        detail::knownTracks.clear();
+        put(libraryFile(folder, QStringLiteral("Subcrates/Set.crate")), "crate");
+        what.fill(folder);
+        if (what.earlier) {
+            UserProcess process(folder);
+            what.earlier(process);
+        }
+    };
+    const auto begin = [](const QString &folder) {
+        detail::userProcess = std::make_unique<UserProcess>(folder);
+    };
+    const auto act = [what](const QString &) {
+        what.command(*detail::userProcess);
+        detail::knownTracks = detail::userProcess->tracks();
+        detail::userProcess.reset();
+    };
+    const auto trouble = [what](const QString &folder) {
+        return detail::troubleAfter(folder, what);
+    };
+    return {what.name, prepare, act, trouble, begin};
+}
+
+inline QList<Interruption> interruptionsOf(const QList<CommandCase> &commands)
+{
+    QList<Interruption> all;
+    for (const CommandCase &what : commands)
+        all << interruptionOf(what);
+    return all;
+}
+
+/// A data row for each, with its index.
+inline void addRows(const QList<Interruption> &cases)
+{
+    QTest::addColumn<int>("index");
+    for (int i = 0; i < cases.size(); ++i)
+        QTest::addRow("%s", qPrintable(cases.at(i).name)) << i;
+}
+
+/// Interrupts it in every way. It must have made at least so many calls.
+inline void checkAtEachCall(const Interruption &what, int leastCalls)
+{
+    for (const FaultReport &report :
+         {failAtEachCall(what, EIO), failAtEachCall(what, ENODEV, Fault::Lasting),
+          killAtEachCall(what)}) {
+        QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
+        QVERIFY2(report.calls >= leastCalls, qPrintable(QString::number(report.calls)));
+    }
+}
+
+} // namespace tarnwick::testing
