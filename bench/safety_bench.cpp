@@ -8,6 +8,7 @@
 #include "safety/snapshot_store.h"
 #include "safety/store.h"
 #include "support/library_on_disk.h"
+#include "support/memory.h"
 #include "tags/serato_geob.h"
 
 #include <QDir>
@@ -15,7 +16,6 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
-#include <fstream>
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
@@ -101,25 +101,6 @@ void measureLog(bench::Ratios &ratios, const QTemporaryDir &folder)
         [&] { (void)large.append(change); }, 5.0);
 }
 
-/// The largest resident memory since the last reset, in bytes.
-double peakMemory()
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;) {
-        if (word == "VmHWM:") {
-            double kilobytes = 0;
-            status >> kilobytes;
-            return kilobytes * 1024;
-        }
-    }
-    return 0;
-}
-
-void resetPeakMemory()
-{
-    std::ofstream("/proc/self/clear_refs") << "5";
-}
-
 /// An audio file with 4 KB of cues.
 QByteArray fileWithCues()
 {
@@ -150,13 +131,13 @@ void measureVault(bench::Ratios &ratios, const QTemporaryDir &folder)
     file = {};
 
     const std::string path = Store::cueVault().toStdString();
-    resetPeakMemory();
-    const double before = peakMemory();
+    bench::resetPeakMemory();
+    const double before = bench::peakMemory();
     std::optional<CueVault> vault(std::in_place);
     if (vault->entries()->size() != vaultEntries)
         qFatal("the vault was not read");
     std::printf("%-40s %.0f MB, peak %.2f times that (goal 2.3)\n", "cue vault", bytes / 1e6,
-                (peakMemory() - before) / bytes);
+                (bench::peakMemory() - before) / bytes);
     ratios.compare(
         "cue vault, load", [&] { (void)bench::readAndFindMarks(path); },
         bench::Work([&] { (void)vault.emplace().entries(); }, [&] { vault.reset(); }), 2.0);
