@@ -38,22 +38,23 @@ void waitForPicture(QQuickWindow &window)
     QObject::disconnect(connection);
 }
 
-int showBareWindow()
+/// Ends the process with the picture: what follows is no part of a start.
+[[noreturn]] void showBareWindow()
 {
     QQuickWindow window;
     window.resize(1120, 720);
     window.show();
     waitForPicture(window);
-    return 0;
+    std::_Exit(0);
 }
 
-int showMainWindow()
+[[noreturn]] void showMainWindow()
 {
     AppState app(AppState::Environment::Ignored);
     MainWindow main(app);
     main.show();
     waitForPicture(*main.window());
-    return 0;
+    std::_Exit(0);
 }
 
 /// Starts this program anew, to end with its first picture.
@@ -108,9 +109,9 @@ int main(int argc, char **argv)
     qputenv("QT_QUICK_BACKEND", "software");
     QGuiApplication application(argc, argv);
     if (application.arguments().contains(u"--bare"_s))
-        std::_Exit(showBareWindow());
+        showBareWindow();
     if (application.arguments().contains(u"--main"_s))
-        std::_Exit(showMainWindow());
+        showMainWindow();
     const bench::LibraryOnDisk library(libraryTracks, 4'000);
     qputenv("XDG_DATA_HOME", library.seratoFolder().toUtf8());
     bench::Ratios ratios(argc, argv);
