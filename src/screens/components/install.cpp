@@ -1,9 +1,11 @@
 #include "screens/components/install.h"
 
+#include "screens/components/fonts.h"
 #include "screens/components/icon_provider.h"
 #include "screens/components/shadow_provider.h"
 
 #include <QQmlEngine>
+#include <QThreadPool>
 
 using namespace Qt::StringLiterals;
 
@@ -11,6 +13,8 @@ namespace tarnwick {
 
 void installComponents(QQmlEngine &engine)
 {
+    // Reading the list of fonts is a good part of a start: that happens while the views load.
+    QThreadPool::globalInstance()->start([] { (void)Fonts::hasArchivo(); });
     engine.addImportPath(u"qrc:/qt/qml"_s);
     engine.addImageProvider(QString::fromLatin1(IconProvider::id), new IconProvider);
     engine.addImageProvider(QString::fromLatin1(ShadowProvider::id), new ShadowProvider);
