@@ -56,11 +56,6 @@ private:
     }
     /// The paths of the first tracks that have cues and a grid.
     QStringList cuedPaths(int count) const;
-    /// What the vault's file tells of the last scan.
-    QList<CueVault::Loss> losses() const
-    {
-        return CueVault().losses(m_fixture->app().result()->tracks);
-    }
     QStringList lostPaths() const;
     void rescan();
 
@@ -91,7 +86,7 @@ QStringList DemoLibrarySafetyTest::cuedPaths(int count) const
 QStringList DemoLibrarySafetyTest::lostPaths() const
 {
     QStringList paths;
-    for (const CueVault::Loss &loss : losses())
+    for (const CueVault::Loss &loss : m_fixture->app().cueLosses())
         paths << loss.track.track.relativePath;
     return paths;
 }
@@ -106,11 +101,11 @@ void DemoLibrarySafetyTest::makesItsFolderAtTheFirstLaunch()
 {
     const AppState &app = m_fixture->launch(AppState::Environment::Ignored);
     QVERIFY(m_fixture->waitUntilIdle());
-    QCOMPARE(namesIn(data()), (QStringList{u"Holding"_s, u"Snapshots"_s}));
+    QCOMPARE(namesIn(data()), (QStringList{u"Holding"_s, u"Snapshots"_s, u"signal.json"_s}));
     QCOMPARE(modeOf(data()), 0700);
     QCOMPARE(contentOf(data(u"Holding/manifest.json"_s)), "[]\n"_ba);
     QVERIFY(app.changeEntries().isEmpty() && app.snapshots().isEmpty());
-    QVERIFY(app.heldItems().isEmpty());
+    QVERIFY(app.heldItems().isEmpty() && app.cueLosses().isEmpty());
     QCOMPARE(app.cueProtected(), 0);
     QVERIFY(!app.toast());
 }
@@ -191,7 +186,7 @@ void DemoLibrarySafetyTest::tellsOfStrippedFilesAtTheNextScan()
     QVERIFY(lostPaths().isEmpty());
     rescan();
     QCOMPARE(lostPaths(), stripped);
-    for (const CueVault::Loss &loss : losses())
+    for (const CueVault::Loss &loss : m_fixture->app().cueLosses())
         QCOMPARE(loss.what(), u"Hot cues and beat grid"_s);
     QCOMPARE(contentOf(data(u"cuevault.json"_s)), vaultBefore);
     QCOMPARE(m_fixture->app().cueProtected(), cueProtected);
@@ -251,8 +246,8 @@ void DemoLibrarySafetyTest::keepsNothingButItsOwnNamesInItsFolder()
 {
     m_fixture->launchAndScan().takeSnapshot(u"Manual snapshot"_s);
     QVERIFY(m_fixture->waitUntilIdle());
-    QCOMPARE(namesIn(data()),
-             (QStringList{u"Holding"_s, u"Snapshots"_s, u"changelog.json"_s, u"cuevault.json"_s}));
+    QCOMPARE(namesIn(data()), (QStringList{u"Holding"_s, u"Snapshots"_s, u"changelog.json"_s,
+                                           u"cuevault.json"_s, u"signal.json"_s}));
 }
 
 QTEST_GUILESS_MAIN(DemoLibrarySafetyTest)
