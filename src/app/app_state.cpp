@@ -122,7 +122,7 @@ void AppState::setBusy(const std::optional<QString> &label)
 void AppState::libraryHasChanged(std::shared_ptr<const Derived> derived)
 {
     m_derived = std::move(derived);
-    m_hygiene.reset();
+    dropHygiene();
     m_trackMap.reset();
     m_lanes.reset();
     m_ownedKeys.reset();

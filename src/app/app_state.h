@@ -268,6 +268,9 @@ private:
     /// figures, where they are known already.
     void libraryHasChanged(std::shared_ptr<const Derived> derived = nullptr);
     void setCrates(const QList<LoadedCrate> &crates);
+    void dropHygiene();
+    /// Works the hygiene out in the background, ahead of its first reader.
+    void prepareHygiene();
     /// Reads the present library's crates again; nothing before the first scan.
     void reloadCrates();
     /// Brings what the views see of the stores up to date.
@@ -333,6 +336,7 @@ private:
 
     mutable std::shared_ptr<const Derived> m_derived;
     mutable std::shared_ptr<const CrateHygiene> m_hygiene;
+    int m_hygieneDrops = 0; ///< tells one that was worked out too early
     mutable std::optional<TrackMap> m_trackMap;
     mutable std::optional<QStringList> m_lanes;
     mutable std::optional<QSet<QString>> m_ownedKeys;

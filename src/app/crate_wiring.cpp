@@ -27,8 +27,27 @@ std::vector<ScannedTrack> AppState::tracksInCrates(const QSet<QString> &names) c
 void AppState::setCrates(const QList<LoadedCrate> &crates)
 {
     m_crates = crates;
-    m_hygiene.reset();
+    dropHygiene();
     Q_EMIT cratesChanged();
+}
+
+void AppState::dropHygiene()
+{
+    m_hygiene.reset();
+    ++m_hygieneDrops;
+}
+
+void AppState::prepareHygiene()
+{
+    runInBackground(
+        platform::Priority::Utility,
+        [crates = m_crates, result = std::shared_ptr<const ScanResult>(m_result)] {
+            return std::make_shared<const CrateHygiene>(crates, result->tracks);
+        },
+        [this, drops = m_hygieneDrops](const std::shared_ptr<const CrateHygiene> &hygiene) {
+            if (drops == m_hygieneDrops && !m_hygiene)
+                m_hygiene = hygiene;
+        });
 }
 
 void AppState::reloadCrates()

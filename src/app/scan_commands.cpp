@@ -68,6 +68,7 @@ void AppState::finishScan(FinishedScan scan)
         reloadCrates();
     captureCueVault();
     loadPlayedKeys();
+    prepareHygiene();
     applyEnvironmentAfterScan();
     Q_EMIT scanFinished();
 }

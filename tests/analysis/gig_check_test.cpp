@@ -137,6 +137,18 @@ private Q_SLOTS:
         QTEST(findings({flawless(), other}), "expected");
     }
 
+    /// As everywhere, the bar that joins artist and title may stand in either of them.
+    void aBarMayStandInEither()
+    {
+        ScannedTrack one = flawless();
+        one.track.artist = u"a|b"_s;
+        one.track.title = u"c"_s;
+        ScannedTrack other = flawless();
+        other.track.artist = u"A"_s;
+        other.track.title = u"B|C"_s;
+        QCOMPARE(findings({one, other}), QStringList{u"In-set duplicates: 1"_s});
+    }
+
     void aLostCopyIsNoDuplicate()
     {
         QCOMPARE(findings({flawless(), lost(u"A"_s, u"x"_s)}), QStringList{u"Missing files: 1"_s});

@@ -394,6 +394,7 @@ private Q_SLOTS:
         const QString c = m_user->addMissingTrack(u"c.mp3"_s, {textRecord("tgen", u" House")});
         const QString d = m_user->addTrack(u"d.mp3"_s, {textRecord("tgen", u"Techno")});
         AppState &app = m_user->start();
+        QCOMPARE(app.hygiene()->genreVariants.size(), size_t(1));
         app.unifyGenre(houseVariant());
         QCOMPARE(m_user->toasts(), QStringList{u"Unified 2 tracks to House [Undo]"_s});
         const auto track = [](const QString &path, QStringView genre) {
@@ -553,6 +554,18 @@ private Q_SLOTS:
         QVERIFY(m_user->waitUntilIdle());
         QVERIFY(archived);
         QCOMPARE(namesOf(app.crates()), QStringList{u"Archive"_s});
+    }
+
+    /// What is worked out behind a scan tells of the crates of that moment.
+    void cratesWrittenBehindAScanAreInTheHygiene()
+    {
+        const QStringList paths = addTracks({u"a"_s, u"b"_s});
+        AppState &app = m_user->start();
+        connect(&app, &AppState::scanFinished, &app, [&] { app.fileOrphans(paths); });
+        app.rescan();
+        QVERIFY(m_user->waitUntilIdle());
+        QCOMPARE(m_user->toasts(), QStringList{u"Filed 2 orphans into Unsorted [Undo]"_s});
+        QCOMPARE(app.hygiene()->orphanCount, 0);
     }
 
 private:
