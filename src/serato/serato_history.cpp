@@ -93,16 +93,39 @@ void splitTitle(Entry &entry)
     entry.title = entry.title.sliced(at + separator.size());
 }
 
-QString weekOf(const QDateTime &moment)
+/// Names weeks by their Mondays in local time. Plays come in runs of one week, so it remembers the
+/// last one: what lies safely inside needs no look at the calendar.
+class Weeks
 {
-    const QDate day = moment.toLocalTime().date();
-    return day.addDays(Qt::Monday - day.dayOfWeek()).toString(Qt::ISODate);
-}
+public:
+    QString nameFor(quint32 time)
+    {
+        if (time == 0)
+            return nameFor(platform::now());
+        const bool isInside = time > m_from && time < m_until;
+        return isInside ? m_name : nameFor(QDateTime::fromSecsSinceEpoch(time));
+    }
 
-QString weekOf(quint32 time)
-{
-    return weekOf(time == 0 ? platform::now() : QDateTime::fromSecsSinceEpoch(time));
-}
+private:
+    QString nameFor(const QDateTime &moment)
+    {
+        const QDate day = moment.toLocalTime().date();
+        const QDate monday = day.addDays(Qt::Monday - day.dayOfWeek());
+        if (monday != m_monday) {
+            m_monday = monday;
+            m_name = monday.toString(Qt::ISODate);
+            // A day off either end: clocks may be set there.
+            m_from = monday.addDays(1).startOfDay().toSecsSinceEpoch();
+            m_until = monday.addDays(6).startOfDay().toSecsSinceEpoch();
+        }
+        return m_name;
+    }
+
+    QDate m_monday;
+    QString m_name;
+    qint64 m_from = 0;  ///< seconds since 1970
+    qint64 m_until = 0; ///< likewise
+};
 
 } // namespace
 
@@ -128,6 +151,7 @@ std::vector<PlayEvent> events(const LaneFor &laneFor)
 void appendEvents(std::vector<PlayEvent> &events, QByteArrayView session, const LaneFor &laneFor,
                   Notes *notes)
 {
+    Weeks weeks;
     SeratoParser::walk(session, [&](const Field &record) {
         if (record.tag != entryTag)
             return;
@@ -139,7 +163,7 @@ void appendEvents(std::vector<PlayEvent> &events, QByteArrayView session, const 
             if (entry.title.isEmpty())
                 return;
             events.push_back({trackKey(entry.artist, entry.title), entry.title, entry.artist,
-                              laneFor(entry.path), weekOf(entry.time), entry.path});
+                              laneFor(entry.path), weeks.nameFor(entry.time), entry.path});
         });
     });
 }

@@ -62,6 +62,7 @@ QHash<QString, QString> laneMapOf(std::span<const ScannedTrack> tracks)
 QSet<QString> ownedKeysOf(std::span<const ScannedTrack> tracks)
 {
     QSet<QString> keys;
+    keys.reserve(qsizetype(tracks.size()));
     for (const ScannedTrack &scanned : tracks) {
         if (scanned.existsOnDisk)
             keys.insert(SeratoHistory::trackKey(scanned.track.displayArtist(),

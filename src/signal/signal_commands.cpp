@@ -44,11 +44,19 @@ Contribution contributeHistory(const SignalConfig &config, const QHash<QString, 
     return {qsizetype(events.size()), SignalClient::contribute(config, events)};
 }
 
-QSet<QString> readPlayedKeys()
+/// What was played, and what a library owns.
+struct Keys
 {
-    QSet<QString> keys;
+    QSet<QString> played;
+    std::shared_ptr<const ScanResult> library;
+    QSet<QString> owned;
+};
+
+Keys readKeys(const std::shared_ptr<const ScanResult> &library)
+{
+    Keys keys{{}, library, ownedKeysOf(library->tracks)};
     for (const PlayEvent &event : SeratoHistory::events([](const QString &) { return QString(); }))
-        keys.insert(event.trackKey);
+        keys.played.insert(event.trackKey);
     return keys;
 }
 
@@ -86,8 +94,15 @@ const QSet<QString> &AppState::ownedKeys() const
 
 void AppState::loadPlayedKeys()
 {
-    runInBackground(platform::Priority::Utility, readPlayedKeys, [this](const QSet<QString> &keys) {
-        m_playedKeys = keys;
+    const auto work = [library = std::shared_ptr<const ScanResult>(m_result)] {
+        return readKeys(library);
+    };
+    runInBackground(platform::Priority::Utility, work, [this](const Keys &keys) {
+        m_playedKeys = keys.played;
+        // They take too long for the main thread, so they are at hand ahead of the first question.
+        // A library that has changed since is another object.
+        if (keys.library == m_result)
+            m_ownedKeys = keys.owned;
         Q_EMIT signalChanged();
     });
 }

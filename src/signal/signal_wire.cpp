@@ -151,6 +151,7 @@ QByteArray eventsBody(const SignalConfig &config, std::span<const PlayEvent> eve
     json.key(u"events");
     json.beginArray();
     QSet<QString> seen;
+    seen.reserve(qsizetype(events.size()));
     for (const PlayEvent &event : events) {
         const qsizetype before = seen.size();
         seen.insert(event.trackKey + u'|' + event.week);

@@ -182,6 +182,8 @@ private Q_SLOTS:
 
     void takesTheMondayOfTheWeek_data();
     void takesTheMondayOfTheWeek();
+    void tellsTheWeeksOfOneSessionApart_data();
+    void tellsTheWeeksOfOneSessionApart();
     void countsToThisWeekWithoutATime_data();
     void countsToThisWeekWithoutATime();
     void keepsTheTimeThatALaterBadOneFollows();
@@ -421,6 +423,36 @@ void SeratoHistoryTest::takesTheMondayOfTheWeek()
     const TimeZone inThatZone(zone);
     const PlayEvent event = eventOf({titleField(u"T"), timeField(quint32(utc.toSecsSinceEpoch()))});
     QTEST(event.week, "week");
+}
+
+void SeratoHistoryTest::tellsTheWeeksOfOneSessionApart_data()
+{
+    QTest::addColumn<QByteArray>("zone");
+    for (const char *zone : {"UTC", "Europe/Berlin", "America/Santiago", "Asia/Beirut",
+                             "America/St_Johns", "Pacific/Apia", "Africa/Monrovia"})
+        QTest::newRow(zone) << QByteArray(zone);
+}
+
+/// Each play of a long session has the week that it would have alone, whichever came before it.
+void SeratoHistoryTest::tellsTheWeeksOfOneSessionApart()
+{
+    QFETCH(QByteArray, zone);
+    const TimeZone inThatZone(zone);
+    QList<quint32> times;
+    quint32 draw = 1;
+    for (quint32 time = 1; time < 1'700'000'000; time += 3'000'017) {
+        draw = draw * 1103515245 + 12345;
+        times << time << time + 5 * 86400 << time + (draw >> 12) % (14 * 86400) << 0 << time + 60;
+    }
+    QByteArrayList entries;
+    for (const quint32 time : times)
+        entries << entry({titleField(u"T"), timeField(time)});
+    const QList<PlayEvent> together = eventsOf(entries.join());
+    QCOMPARE(together.size(), times.size());
+    for (qsizetype i = 0; i < times.size(); ++i) {
+        if (together.at(i).week != eventsOf(entries.at(i)).first().week)
+            QFAIL(qPrintable(u"%1: %2"_s.arg(times.at(i)).arg(together.at(i).week)));
+    }
 }
 
 void SeratoHistoryTest::countsToThisWeekWithoutATime_data()

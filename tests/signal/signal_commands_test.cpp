@@ -75,6 +75,7 @@ private Q_SLOTS:
     void countsRepeatsInWhatItSaysAndNotInThePool();
     void sharesPlaysInTheirLanes();
     void sharesAnEmptyHistoryToo();
+    void tellsNoServerWhereMusicLiesOrWhoAsks();
     void fetchesTheChartAndTheTotals();
     void filtersTheChart();
     void fetchesTheChartWithoutTheTotals();
@@ -276,6 +277,41 @@ void SignalCommandsTest::sharesAnEmptyHistoryToo()
     QVERIFY(m_fixture->waitUntilIdle());
     QCOMPARE(app.toast()->message, u"Shared 0 plays — you feed 3 to the pool"_s);
     QCOMPARE(server.body(), "{\"dj_hash\":\"" + app.signal().djHash.toUtf8() + "\",\"events\":[]}");
+}
+
+/// All that goes over the wire in the life of a DJ's Signal, held against what is private.
+void SignalCommandsTest::tellsNoServerWhereMusicLiesOrWhoAsks()
+{
+    writeLibraryAndHistory();
+    ScriptedServer server;
+    server.answer(200, "{\"min_djs\":5,\"tracks\":[]}");
+    server.answer(200, "{\"djs\":1,\"plays\":2,\"tracks\":3}");
+    server.answer(200, "{\"accepted\":5,\"you_feed\":5}");
+    server.answer(200, "{\"deleted\":5}");
+    AppState &app = launchWith(server.url());
+    SignalConfig config = app.signal();
+    config.city = u"Detroit"_s;
+    app.setSignal(config);
+    app.rescan();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(server.requests().size(), 0);
+    app.refreshLanding(30, u"All"_s, std::nullopt);
+    QVERIFY(m_fixture->waitUntilIdle());
+    app.contributePlays();
+    QVERIFY(m_fixture->waitUntilIdle());
+    app.leaveSignal();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(server.requests().size(), 4);
+    for (const QByteArray &request : server.requests()) {
+        for (const QByteArray word : {"mp3", "home", "elsewhere", "gone", "/tmp"})
+            QVERIFY2(!request.contains(word), request.constData());
+    }
+    // Who only reads is nobody.
+    const QByteArray id = config.djHash.toUtf8();
+    for (int request = 0; request < 4; ++request)
+        QCOMPARE(server.requests().at(request).contains(id), request >= 2);
+    QVERIFY(!server.requests().at(0).contains("Detroit"));
+    QCOMPARE(server.body(3), "{\"dj_hash\":\"" + id + "\"}");
 }
 
 void SignalCommandsTest::fetchesTheChartAndTheTotals()
