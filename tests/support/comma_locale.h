@@ -10,8 +10,8 @@
 
 namespace tarnwick::testing {
 
-/// Lets the C library write and read numbers with a decimal comma, for the guard's life. The locale
-/// is made on the spot: a machine may have none but C.
+/// Lets the C library write and read numbers with a decimal comma, for the guard's life. Where the
+/// machine has no such locale, one is made on the spot.
 class ScopedCommaLocale
 {
 public:
@@ -19,8 +19,10 @@ public:
         : m_before(std::setlocale(LC_ALL, nullptr))
     {
         static const QTemporaryDir folder;
-        static const bool made = make(folder);
-        if (!made || !std::setlocale(LC_NUMERIC, "comma") || std::strtod("1,5", nullptr) != 1.5)
+        static const bool known = std::setlocale(LC_NUMERIC, "de_DE.UTF-8") || make(folder);
+        if (!known ||
+            !(std::setlocale(LC_NUMERIC, "de_DE.UTF-8") || std::setlocale(LC_NUMERIC, "comma")) ||
+            std::strtod("1,5", nullptr) != 1.5)
             qFatal("no locale with a decimal comma: is Debian's package locales installed?");
     }
     ~ScopedCommaLocale() { std::setlocale(LC_ALL, m_before.c_str()); }
