@@ -138,16 +138,20 @@ private Q_SLOTS:
     /// A view that reads the figures at either signal must not be left with those in between.
     void hygieneReadAtEachSignalEndsUpRight()
     {
-        m_fixture->writeHomeDatabase({track(m_fixture->writeAudio(u"a.mp3"_s))});
+        const QByteArray a = track(m_fixture->writeAudio(u"a.mp3"_s));
+        const QByteArray b = track(m_fixture->writeAudio(u"b.mp3"_s));
+        m_fixture->writeHomeDatabase({a});
         AppState &app = m_fixture->launchAndScan();
-        writeCrate(u"Mix"_s, {m_fixture->home(u"a.mp3"_s)});
+        QCOMPARE(app.hygiene()->orphanCount, 1);
+        m_fixture->writeHomeDatabase({a, b});
+        writeCrate(u"Mix"_s, {m_fixture->home(u"a.mp3"_s), m_fixture->home(u"b.mp3"_s)});
         QList<int> read;
         const auto look = [&] { read << app.hygiene()->orphanCount; };
         connect(&app, &AppState::libraryChanged, &app, look);
         connect(&app, &AppState::cratesChanged, &app, look);
         app.rescan();
         QVERIFY(m_fixture->waitUntilIdle());
-        QCOMPARE(read, QList<int>({1, 0}));
+        QCOMPARE(read, QList<int>({2, 0}));
         QCOMPARE(app.hygiene()->orphanCount, 0);
     }
 
