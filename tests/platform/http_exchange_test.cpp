@@ -69,6 +69,16 @@ private Q_SLOTS:
         QCOMPARE(m_server->header("X-Some"), QByteArray("value"));
     }
 
+    void keepsAHeaderToOneLine()
+    {
+        m_server->answer(200);
+        HttpRequest request = get(*m_server);
+        request.headers.append(HttpHeader{"X-API-Key", "key\r\nX-Other: value\n"});
+        QVERIFY(sent(request));
+        QCOMPARE(m_server->header("X-API-Key"), QByteArray("keyX-Other: value"));
+        QVERIFY(!m_server->header("X-Other"));
+    }
+
     void saysNothingOfTheUserOrTheMachine()
     {
         m_server->answer(200);

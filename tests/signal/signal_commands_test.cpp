@@ -205,6 +205,10 @@ void SignalCommandsTest::knowsWhatWasPlayedAfterEachScan()
     app.rescan();
     QVERIFY(m_fixture->waitUntilIdle());
     QVERIFY(app.playedKeys().contains(keyOf(u"E"_s)));
+    QVERIFY(QFile::remove(m_fixture->home(u"Music/_Serato_/History/Sessions/3.session"_s)));
+    app.rescan();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY(!app.playedKeys().contains(keyOf(u"E"_s)));
 }
 
 void SignalCommandsTest::sharesNothingUnlessSharingIsOn()
