@@ -28,12 +28,14 @@ qreal digitWidth(const QFontMetricsF &metrics)
 template <typename Each>
 qreal forEachPiece(const QString &text, const QFontMetricsF &metrics, Each each)
 {
-    const qreal digit = digitWidth(metrics);
+    qreal digit = 0; // worked out once there is one
     qreal x = 0;
     for (qsizetype start = 0, end = 0; start < text.size(); start = end) {
         end = start + 1;
         while (!isDigit(text[start]) && end < text.size() && !isDigit(text[end]))
             ++end;
+        if (isDigit(text[start]) && digit == 0)
+            digit = digitWidth(metrics);
         const QString piece = text.mid(start, end - start);
         const qreal room = isDigit(text[start]) ? digit : metrics.horizontalAdvance(piece);
         each(piece, x, room);
@@ -77,8 +79,17 @@ void TabularText::setColor(const QColor &color)
     Q_EMIT colorChanged();
 }
 
+void TabularText::componentComplete()
+{
+    QQuickPaintedItem::componentComplete();
+    layOut();
+}
+
+/// Waits until all that its makers set has been set.
 void TabularText::layOut()
 {
+    if (!isComponentComplete())
+        return;
     const QFontMetricsF metrics(m_font);
     const qreal width = forEachPiece(m_text, metrics, [](const QString &, qreal, qreal) {});
     setImplicitSize(std::ceil(width), std::ceil(metrics.height()));

@@ -34,6 +34,9 @@ Q_SIGNALS:
     void fontChanged();
     void colorChanged();
 
+protected:
+    void componentComplete() override;
+
 private:
     void layOut();
 
