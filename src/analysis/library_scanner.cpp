@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/large_memory.h"
 #include "platform/within_memory.h"
 #include "serato/serato_parser.h"
 #include "tags/serato_tags.h"
@@ -56,6 +57,7 @@ Result<ScanResult> scanAll(const SeratoLibrary::Location &location, ReadTags rea
     progress(state);
     ScanResult result{location, {}, {}};
     result.tracks.reserve(tracks->size());
+    platform::expectToFill(result.tracks.data(), result.tracks.capacity() * sizeof(ScannedTrack));
     for (SeratoTrack &track : *tracks) {
         result.tracks.push_back(scanned(std::move(track), readTags));
         ++(result.tracks.back().existsOnDisk ? state.filesOnDisk : state.missing);

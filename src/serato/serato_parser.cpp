@@ -1,5 +1,6 @@
 #include "serato/serato_parser.h"
 
+#include "platform/large_memory.h"
 #include "platform/within_memory.h"
 #include "serato/record_file.h"
 #include "serato/shared_texts.h"
@@ -85,6 +86,7 @@ Result<std::vector<SeratoTrack>> tracksOf(Records &records, Notes *notes)
 {
     std::vector<SeratoTrack> tracks;
     tracks.reserve(size_t(std::min(records.size() / usualRecordSize, mostTracksExpected)));
+    platform::expectToFill(tracks.data(), tracks.capacity() * sizeof(SeratoTrack));
     SharedTexts texts;
     const Done done = walkTracks(
         records, notes, [&] { tracks.emplace_back(); },
