@@ -161,6 +161,25 @@ private Q_SLOTS:
         QCOMPARE(m_user->snapshotCount(), 0);
     }
 
+    /// The accepted loss again: files move ahead of the look whether Serato runs.
+    void aSeratoThatWasStartedSinceLeavesTheFileHeldAndTheRecordInPlace()
+    {
+        addCopy(u"best.mp3"_s, 3000);
+        const QString worse = addCopy(u"worse.mp3"_s, 2000);
+        AppState &app = m_user->start();
+        const QByteArray database = m_user->database();
+        const DuplicateGroup group = app.derived()->duplicateGroups.front();
+        const RunningProgram serato(u"Serato DJ Pro"_s);
+        app.resolveDuplicates(group, group.members.front().id());
+        QCOMPARE(m_user->toasts(),
+                 QStringList{u"Serato is running — close it before making changes. [!]"_s});
+        QCOMPARE(m_user->database(), database);
+        QCOMPARE(app.holding().activeItems().size(), 1);
+        QCOMPARE(app.holding().activeItems().first().originalPath, u'/' + worse);
+        QVERIFY(app.changeEntries().isEmpty());
+        QVERIFY(m_user->paths().contains(worse));
+    }
+
     void aGroupThatIsNoneLeavesTheFiguresUntilTheRestart()
     {
         addCopy(u"best.mp3"_s, 3000);
