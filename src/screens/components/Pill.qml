@@ -8,6 +8,8 @@ Rectangle {
     required property string text
     property bool active: false
     property color tint: Theme.ink
+    /// Whether something around it says the same to a screen reader.
+    property bool quiet: false
 
     implicitWidth: words.implicitWidth + 22
     implicitHeight: words.implicitHeight + 10
@@ -23,5 +25,6 @@ Rectangle {
         text: pill.text
         color: pill.active ? Theme.onFill : pill.tint
         font: Theme.font(11.5)
+        Accessible.ignored: pill.quiet
     }
 }

@@ -29,10 +29,13 @@ void FocusKeeper::keepInView()
         return;
     const QRectF place = focused->mapRectToItem(content, focused->boundingRect())
                              .adjusted(0, -m_margin, 0, m_margin);
+    // A list's content begins wherever its first row happens to lie.
+    const qreal first = m_area->property("originY").toReal();
     const qreal top = m_area->property("contentY").toReal();
-    const qreal last = qMax(0.0, m_area->property("contentHeight").toReal() - m_area->height());
+    const qreal last =
+        first + qMax(0.0, m_area->property("contentHeight").toReal() - m_area->height());
     if (place.top() < top)
-        m_area->setProperty("contentY", qMax(0.0, place.top()));
+        m_area->setProperty("contentY", qMax(first, place.top()));
     else if (place.bottom() > top + m_area->height())
         m_area->setProperty("contentY", qMin(last, place.bottom() - m_area->height()));
 }

@@ -1,0 +1,11 @@
+import QtQuick
+
+/// A row of a list that makes and reuses its rows. While one is put away, nobody sees it, a screen
+/// reader neither.
+Item {
+    id: row
+
+    Accessible.role: Accessible.ListItem
+    ListView.onPooled: row.visible = false
+    ListView.onReused: row.visible = true
+}

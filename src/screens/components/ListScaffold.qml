@@ -1,0 +1,83 @@
+import QtQuick
+import Tarnwick.Components
+
+/// A screen on whose content a list follows that may be of any length: title, a line about it and
+/// its content scroll with the rows. Rows are made as they come into view.
+///
+/// The controls of a row must be no stops of Tab themselves: RowKeys takes the keyboard through
+/// them.
+FocusScope {
+    id: scaffold
+
+    required property string title
+    property string subtitle
+    property real padding: 26
+    property alias model: rows.model
+    property alias delegate: rows.delegate
+    readonly property alias list: rows
+    default property alias content: head.content
+
+    readonly property bool scrolls: rows.contentHeight > rows.height
+
+    Item {
+        id: stop
+
+        anchors.fill: parent
+        activeFocusOnTab: scaffold.scrolls
+        Keys.onPressed: event => event.accepted = keys.scroll(event.key)
+    }
+
+    ListView {
+        id: rows
+
+        anchors.fill: parent
+        boundsBehavior: Flickable.StopAtBounds
+        flickableDirection: Flickable.VerticalFlick
+        clip: true
+        reuseItems: true
+        cacheBuffer: 240
+        keyNavigationEnabled: false
+        highlightFollowsCurrentItem: false
+        currentIndex: 0
+        Accessible.role: Accessible.List
+        Accessible.name: scaffold.title
+        Keys.onPressed: event => event.accepted = keys.press(event.key)
+        onCountChanged: keys.rowsChanged()
+
+        header: Item {
+            width: rows.width
+            height: head.implicitHeight + scaffold.padding + 18
+        }
+        footer: Item {
+            width: rows.width
+            height: scaffold.padding
+        }
+
+        FocusKeeper {
+            area: rows
+        }
+    }
+
+    ListHead {
+        id: head
+
+        parent: rows.headerItem
+        x: scaffold.padding
+        y: scaffold.padding
+        width: scaffold.width - 2 * scaffold.padding
+        title: scaffold.title
+        subtitle: scaffold.subtitle
+    }
+
+    RowKeys {
+        id: keys
+
+        list: rows
+    }
+
+    FocusRing {
+        visible: stop.activeFocus
+        corner: Theme.radius.window
+        gap: -3
+    }
+}
