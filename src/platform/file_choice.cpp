@@ -1,0 +1,32 @@
+#include "platform/file_choice.h"
+
+#include <utility>
+
+namespace tarnwick::platform {
+
+namespace {
+
+ScopedFileDialog::Dialog &currentDialog()
+{
+    static ScopedFileDialog::Dialog dialog;
+    return dialog;
+}
+
+} // namespace
+
+void chooseFile(const QString &message, FileChosen chosen)
+{
+    if (currentDialog())
+        currentDialog()(message, std::move(chosen));
+}
+
+ScopedFileDialog::ScopedFileDialog(Dialog dialog)
+    : m_before(std::exchange(currentDialog(), std::move(dialog)))
+{}
+
+ScopedFileDialog::~ScopedFileDialog()
+{
+    currentDialog() = std::move(m_before);
+}
+
+} // namespace tarnwick::platform
