@@ -23,6 +23,7 @@ MainWindow::MainWindow(AppState &app)
     if (m_engine.rootObjects().isEmpty())
         qFatal("the window can't be loaded");
     m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
+    m_fileDialog.emplace(m_engine, m_window);
 }
 
 void MainWindow::show()

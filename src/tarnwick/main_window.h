@@ -1,5 +1,6 @@
 #pragma once
 
+#include "screens/shell/file_dialog.h"
 #include "screens/shell/window_presenter.h"
 
 #include <QQmlApplicationEngine>
@@ -26,6 +27,7 @@ private:
     WindowPresenter m_presenter;
     QQmlApplicationEngine m_engine; ///< ahead of the presenter in going: views read the presenter
     QQuickWindow *m_window = nullptr;
+    std::optional<FileDialog> m_fileDialog;
 };
 
 } // namespace tarnwick

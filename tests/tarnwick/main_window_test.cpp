@@ -1,6 +1,6 @@
 #include "tarnwick/main_window.h"
 
-#include "screens/shell/safety_texts.h"
+#include "screens/safety/safety_texts.h"
 #include "screens/shell/scanning_presenter.h"
 #include "support/running_program.h"
 #include "support/window_fixture.h"
@@ -340,9 +340,8 @@ void MainWindowTest::opensTheScreenOfARow_data()
 {
     QTest::addColumn<QString>("view");
     for (const ScreenInfo &info : allScreens()) {
-        const bool isScore = info.screen == Screen::LibraryScore;
-        QTest::addRow("%s", qPrintable(info.rawValue))
-            << (isScore ? u"LibraryScoreScreen"_s : u"ComingSoonScreen"_s);
+        const QString file = sourceOf({ViewKey::Kind::Screen, info.screen}).fileName();
+        QTest::addRow("%s", qPrintable(info.rawValue)) << file.chopped(4);
     }
 }
 

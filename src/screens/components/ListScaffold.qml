@@ -45,12 +45,12 @@ FocusScope {
         onCountChanged: keys.rowsChanged()
 
         header: Item {
-            width: rows.width
-            height: head.implicitHeight + scaffold.padding + 18
+            width: rows.width // qmllint disable unqualified
+            height: head.implicitHeight + scaffold.padding + 18 // qmllint disable unqualified
         }
         footer: Item {
-            width: rows.width
-            height: scaffold.padding
+            width: rows.width // qmllint disable unqualified
+            height: scaffold.padding // qmllint disable unqualified
         }
 
         FocusKeeper {

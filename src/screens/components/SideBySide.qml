@@ -1,5 +1,4 @@
 import QtQuick
-import Tarnwick.Components
 
 /// A main column that scrolls by itself, and a narrow one of fixed width beside it.
 Item {

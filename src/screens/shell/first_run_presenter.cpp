@@ -1,6 +1,6 @@
 #include "screens/shell/first_run_presenter.h"
 
-#include "screens/shell/safety_texts.h"
+#include "screens/safety/safety_texts.h"
 
 namespace tarnwick {
 

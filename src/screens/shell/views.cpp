@@ -1,5 +1,12 @@
 #include "screens/shell/views.h"
 
+#include "screens/cues/cues_presenter.h"
+#include "screens/duplicates/duplicates_presenter.h"
+#include "screens/fix_queue/fix_queue_presenter.h"
+#include "screens/health/health_presenter.h"
+#include "screens/missing/missing_presenter.h"
+#include "screens/safety/change_log_presenter.h"
+#include "screens/safety/library_safety_presenter.h"
 #include "screens/score/score_presenter.h"
 #include "screens/shell/coming_soon_presenter.h"
 #include "screens/shell/first_run_presenter.h"
@@ -29,6 +36,13 @@ const ScreenView *viewOf(Screen screen)
 {
     static const QList<ScreenView> views = {
         {Screen::LibraryScore, u"LibraryScoreScreen"_s, make<ScorePresenter>},
+        {Screen::Health, u"HealthScreen"_s, make<HealthPresenter>},
+        {Screen::FixQueue, u"FixQueueScreen"_s, make<FixQueuePresenter>},
+        {Screen::LibrarySafety, u"LibrarySafetyScreen"_s, make<LibrarySafetyPresenter>},
+        {Screen::Missing, u"MissingFilesScreen"_s, make<MissingPresenter>},
+        {Screen::Duplicates, u"DuplicatesScreen"_s, make<DuplicatesPresenter>},
+        {Screen::Cues, u"CuesGridsScreen"_s, make<CuesPresenter>},
+        {Screen::ChangeLog, u"ChangeLogScreen"_s, make<ChangeLogPresenter>},
     };
     for (const ScreenView &view : views) {
         if (view.screen == screen)

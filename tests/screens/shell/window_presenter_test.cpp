@@ -25,7 +25,7 @@ private Q_SLOTS:
         fixture.writeHomeDatabase({});
         AppState &app = fixture.launchAndScan();
         const WindowPresenter presenter(app);
-        app.setSelection(Screen::Health);
+        app.setSelection(Screen::Stems);
         QTRY_COMPARE(presenter.view().fileName(), u"ComingSoonScreen.qml"_s);
         QStringList views;
         connect(&presenter, &WindowPresenter::viewChanged, this,

@@ -1,4 +1,4 @@
-#include "screens/shell/write_gate_presenter.h"
+#include "screens/safety/write_gate_presenter.h"
 
 using namespace Qt::StringLiterals;
 

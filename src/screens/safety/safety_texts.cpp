@@ -1,4 +1,4 @@
-#include "screens/shell/safety_texts.h"
+#include "screens/safety/safety_texts.h"
 
 using namespace Qt::StringLiterals;
 

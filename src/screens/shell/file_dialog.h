@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/file_choice.h"
+
+#include <QObject>
+
+class QQmlEngine;
+class QQuickWindow;
+
+namespace tarnwick {
+
+/// Answers the questions for a file by the desktop's dialog, over the window. The dialog is loaded
+/// when it is first asked for.
+class FileDialog : public QObject
+{
+    Q_OBJECT
+
+public:
+    FileDialog(QQmlEngine &engine, QQuickWindow *window);
+
+private:
+    void ask(const QString &message, const platform::FileChosen &chosen);
+
+    QQmlEngine &m_engine;
+    QQuickWindow *m_window;
+    platform::ScopedFileDialog m_guard;
+};
+
+} // namespace tarnwick
