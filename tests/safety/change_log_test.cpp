@@ -29,7 +29,8 @@ QString targetsIn(const QString &folder)
 {
     keepDataIn(folder);
     QStringList targets;
-    for (const ChangeEntry &entry : ChangeLog().entries())
+    const ChangeLog log;
+    for (const ChangeEntry &entry : log.entries())
         targets << entry.target + (entry.reversed ? u"!"_s : u""_s);
     return targets.join(u' ');
 }
