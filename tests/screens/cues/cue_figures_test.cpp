@@ -15,7 +15,9 @@ private Q_SLOTS:
     void aLossTellsWhatHasGoneAndFromWhenTheCopyIs()
     {
         const QDateTime captured(QDate(2026, 11, 20), QTime(14, 5), Qt::UTC);
-        const CueVault::Loss loss{.lostMarkers = true, .lostGrid = true, .capturedAt = captured};
+        CueVault::Loss loss;
+        loss.lostMarkers = loss.lostGrid = true;
+        loss.capturedAt = captured;
         QCOMPARE(CueFigures::lossLine(loss),
                  QString(u"Lost: Hot cues and beat grid · captured "_s + dateForPeople(captured)));
     }
