@@ -284,8 +284,15 @@ class Program:
             raise DesktopError(f"“{name}” can't be pressed; it offers {names}")
 
     def click(self, name, role="push button"):
-        """A click of the pointer into the middle."""
-        self.click_at(*self._middle(self.wait_for(name, role)))
+        """A click of the pointer into the middle, once the item has come to rest."""
+        place = self._middle(self.wait_for(name, role))
+        for _ in range(100):
+            before = place
+            time.sleep(0.1)
+            place = self._middle(self.wait_for(name, role))
+            if place == before:
+                break
+        self.click_at(*place)
 
     def click_at(self, x, y):
         self._pointer(x, y, "abs")

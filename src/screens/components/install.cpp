@@ -13,8 +13,10 @@ namespace tarnwick {
 
 void installComponents(QQmlEngine &engine)
 {
-    // Reading the list of fonts is a good part of a start: that happens while the views load.
-    QThreadPool::globalInstance()->start([] { (void)Fonts::hasArchivo(); });
+    // Reading the list of fonts is a good part of a start: that happens while the views load. The
+    // pool waits when the engine goes, since there is no list of fonts without an application.
+    auto *pool = new QThreadPool(&engine);
+    pool->start([] { (void)Fonts::hasArchivo(); });
     engine.addImportPath(u"qrc:/qt/qml"_s);
     engine.addImageProvider(QString::fromLatin1(IconProvider::id), new IconProvider);
     engine.addImageProvider(QString::fromLatin1(ShadowProvider::id), new ShadowProvider);
