@@ -83,10 +83,11 @@ class ManualTest(unittest.TestCase):
         commands = {
             "libraries": (), "scan": (), "score": (), "health": (), "queue": (), "versions": (),
             "genres": (), "loudness": (), "crates": (), "hygiene": (), "gig": (),
-            "snapshots": (), "changes": (), "held": (), "cues": (),
+            "snapshots": (), "changes": (), "held": (), "cues": (), "history": (),
             "candidates": (missing["relativePath"],), "probe": (marked["absolutePath"],),
             "drift": ("rekordbox", str(self.home)),
         }
+        self.assertEqual(self.fields("signal", "lanes") - section_of("signal lanes"), set())
         for command, arguments in commands.items():
             printed = self.fields(command, *arguments)
             self.assertTrue(printed, command)
