@@ -23,9 +23,12 @@ void AppState::startScan(const SeratoLibrary::Location &location, LibraryScanner
                        crateWrites = m_crateWrites] {
         return LibraryScanner::scan(location, readTags, report).map([&](ScanResult &&result) {
             auto shared = std::make_shared<ScanResult>(std::move(result));
+            auto derived = std::make_shared<const Derived>(shared, ignored);
+            // The first question for a genre counts the whole library: asked here, no screen waits.
+            (void)derived->genreSuggestion({});
             return FinishedScan{.result = shared,
                                 .ignoredDupeKeys = ignored,
-                                .derived = std::make_shared<Derived>(shared, ignored),
+                                .derived = derived,
                                 .crateWrites = crateWrites,
                                 .crates = CrateStore::load(location)};
         });
