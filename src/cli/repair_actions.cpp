@@ -218,7 +218,8 @@ Done checkRestoreCues(const CommandLine &line)
 Status runRestoreCues(Session &session)
 {
     if (session.line().has(u"all"_s)) {
-        session.app().restoreAllCues();
+        if (!session.app().cueLosses().isEmpty())
+            session.app().restoreAllCues();
         return session.reportToasts();
     }
     const QString path = session.line().arguments[0];

@@ -175,7 +175,9 @@ const ScannedTrack *Session::trackAt(const QString &path) const
 
 void Session::complain(const QString &message)
 {
-    const QByteArray line = "tarnwick-cli: " + message.toUtf8() + '\n';
+    // One line, whatever a name or an argument holds.
+    const QString oneLine = QString(message).replace(u'\n', u' ').replace(u'\r', u' ');
+    const QByteArray line = "tarnwick-cli: " + oneLine.toUtf8() + '\n';
     std::fwrite(line.constData(), 1, size_t(line.size()), stderr);
 }
 
