@@ -3,7 +3,6 @@
 #include "cli/crate_actions.h"
 
 #include "cli/session.h"
-#include "serato/crate_store.h"
 
 #include <algorithm>
 
@@ -16,9 +15,8 @@ namespace {
 /// The member of that path; nothing where the group has none.
 std::optional<QUuid> memberAt(const VersionGroup &group, const QString &path)
 {
-    const QString wanted = CrateStore::normalize(path);
     for (const VersionMember &member : group.members) {
-        if (CrateStore::normalize(member.track.track.relativePath) == wanted)
+        if (Session::liesAt(member.track, path))
             return member.id();
     }
     return std::nullopt;

@@ -4,7 +4,6 @@
 
 #include "cli/session.h"
 #include "foundation/numbers.h"
-#include "foundation/paths.h"
 #include "platform/files.h"
 #include "screens/fix_queue/fix_actions.h"
 #include "screens/loudness/loudness_figures.h"
@@ -41,9 +40,8 @@ Status withTrack(Session &session, Act act)
 /// The member of that path; nothing where the group has none.
 std::optional<QUuid> memberAt(const DuplicateGroup &group, const QString &path)
 {
-    const QString wanted = withoutLeadingSlash(path);
     for (const ScannedTrack &member : group.members) {
-        if (withoutLeadingSlash(member.track.relativePath) == wanted)
+        if (Session::liesAt(member, path))
             return member.id();
     }
     return std::nullopt;

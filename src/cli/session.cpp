@@ -163,11 +163,15 @@ Status Session::namesNothing(const QString &message)
     return Status::WrongUsage;
 }
 
+bool Session::liesAt(const ScannedTrack &scanned, const QString &path)
+{
+    return withoutLeadingSlash(scanned.track.relativePath) == withoutLeadingSlash(path);
+}
+
 const ScannedTrack *Session::trackAt(const QString &path) const
 {
-    const QString wanted = withoutLeadingSlash(path);
     for (const ScannedTrack &scanned : m_app.result()->tracks) {
-        if (withoutLeadingSlash(scanned.track.relativePath) == wanted)
+        if (liesAt(scanned, path))
             return &scanned;
     }
     return nullptr;

@@ -41,7 +41,9 @@ public:
     /// Ends a command whose arguments name nothing that is there, with one line on standard error.
     static Status namesNothing(const QString &message);
 
-    /// The first track of that path, one leading slash ignored on both sides; null for none.
+    /// Whether that is its path in the library, one leading slash ignored on both sides.
+    static bool liesAt(const ScannedTrack &scanned, const QString &path);
+    /// The first track that lies at that path; null for none.
     const ScannedTrack *trackAt(const QString &path) const;
 
     /// One line on standard error.
