@@ -253,13 +253,14 @@ class Program:
         """The names of all items of a role, empty ones left out."""
         return [item.name for item in self.items() if item.role == role and item.name]
 
-    def find(self, name, role=None):
-        """The first item of that name; nothing where there is none."""
+    def find(self, name, role=None, description=None):
+        """The first item of that name, and of what else is given; nothing where there is none."""
         return next((item for item in self.items()
-                     if item.name == name and role in (None, item.role)), None)
+                     if item.name == name and role in (None, item.role)
+                     and description in (None, item.description)), None)
 
-    def wait_for(self, name, role=None, patience=PATIENCE):
-        return wait_until(lambda: self.find(name, role),
+    def wait_for(self, name, role=None, patience=PATIENCE, description=None):
+        return wait_until(lambda: self.find(name, role, description),
                           lambda: f"{role or 'anything'} named “{name}”; there is {self}", patience)
 
     def wait_until_gone(self, name, role=None):
@@ -283,13 +284,13 @@ class Program:
                 item.place, ACTION, "DoAction", "(i)", names.index("Press")):
             raise DesktopError(f"“{name}” can't be pressed; it offers {names}")
 
-    def click(self, name, role="push button"):
+    def click(self, name, role="push button", description=None):
         """A click of the pointer into the middle, once the item has come to rest."""
-        place = self._middle(self.wait_for(name, role))
+        place = self._middle(self.wait_for(name, role, description=description))
         for _ in range(100):
             before = place
             time.sleep(0.1)
-            place = self._middle(self.wait_for(name, role))
+            place = self._middle(self.wait_for(name, role, description=description))
             if place == before:
                 break
         self.click_at(*place)
@@ -311,6 +312,16 @@ class Program:
                 return
             self._pointer(x, y, "b5c" if side == "below" else "b4c")
         raise DesktopError(f"“{name}” does not come into view; there is {self}")
+
+    def scroll_to_end(self, name):
+        """Turns the wheel over a list until nothing more comes."""
+        x, y = self._middle(self.wait_for(name, "list"))
+        self._pointer(x, y, "abs")
+        last = None
+        while last != (last := self.texts()):
+            for _ in range(10):
+                self._pointer(x, y, "b5c")
+            time.sleep(STEP)
 
     def take_the_keyboard(self):
         """By a click on an empty place, where a window manager would give the keyboard unasked."""
@@ -336,8 +347,26 @@ class Program:
 
     def focused(self):
         """The name of what has the keyboard; nothing where nothing of a name has."""
-        return next((item.name for item in self.items()
-                     if item.is_in("FOCUSED") and item.name), None)
+        item = self.focused_item()
+        return item.name or None if item else None
+
+    def focused_item(self):
+        """What has the keyboard; nothing where a screen reader is told of nothing."""
+        # What lies around it counts as focused too: the innermost comes last.
+        return next((item for item in reversed(self.items()) if item.is_in("FOCUSED")), None)
+
+    def tab_to(self, name, description=None, key="Tab"):
+        """Strikes Tab until the control of that name, and of that description where one is given,
+        has the keyboard."""
+        passed = []
+        for _ in range(200):
+            item = self.focused_item()
+            if item and item.name == name and description in (None, item.description):
+                return
+            passed.append(item and item.name)
+            self.key(key)
+            time.sleep(0.05)
+        raise DesktopError(f"{key} does not come to “{name}”, only to {passed}")
 
     def focus_after(self, key):
         """The name of what has the keyboard once a key has moved it on."""

@@ -24,6 +24,8 @@ FocusScope {
 
         anchors.fill: parent
         activeFocusOnTab: scaffold.scrolls
+        Accessible.role: Accessible.Pane
+        Accessible.name: scaffold.title
         Keys.onPressed: event => event.accepted = keys.scroll(event.key)
     }
 

@@ -16,6 +16,7 @@ FocusScope {
         anchors.fill: parent
         padding: 26
         spacing: 18
+        Accessible.name: scaffold.title
 
         PlainText {
             width: parent.width
