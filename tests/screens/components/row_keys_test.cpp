@@ -57,7 +57,7 @@ private Q_SLOTS:
         QStringList reached;
         for (int i = 0; i < 12; ++i)
             reached += after(Qt::Key_Tab);
-        QCOMPARE(reached, QStringList({u"Before"_s, u""_s, u"Head"_s, u"A0"_s, u"B0"_s, u"A1"_s,
+        QCOMPARE(reached, QStringList({u"Before"_s, u"Rows"_s, u"Head"_s, u"A0"_s, u"B0"_s, u"A1"_s,
                                        u"B1"_s, u"A2"_s, u"B2"_s, u"A4"_s, u"B4"_s, u"A5"_s}));
         QVERIFY(showsFocusRing(m_scene->window()->activeFocusItem()));
     }
