@@ -45,6 +45,15 @@ FocusScope {
         Accessible.name: scaffold.title
         Keys.onPressed: event => event.accepted = keys.press(event.key)
         onCountChanged: keys.rowsChanged()
+        // The head may grow once its texts are laid out. It does so upwards, out of a view that
+        // shows its top.
+        onOriginYChanged: {
+            if (rows.contentY <= rows.lastTop)
+                rows.contentY = rows.originY;
+            rows.lastTop = rows.originY;
+        }
+
+        property real lastTop: 0
 
         header: Item {
             width: rows.width // qmllint disable unqualified
