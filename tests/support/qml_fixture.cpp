@@ -133,6 +133,14 @@ bool showsFocusRing(QQuickItem *item)
     return false;
 }
 
+void releaseImages(QQuickWindow *window)
+{
+    qDeleteAll(window->contentItem()->childItems());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    window->releaseResources();
+    (void)window->grabWindow();
+}
+
 QmlScene::QmlScene(const QByteArray &body, const QSize &size)
 {
     installComponents(*m_view.engine());

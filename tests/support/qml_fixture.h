@@ -38,12 +38,19 @@ bool pressByScreenReader(QQuickItem *item);
 /// Whether the item shows its focus ring.
 bool showsFocusRing(QQuickItem *item);
 
+/// Takes a window's content away and draws it empty, ahead of its end: the software renderer lets
+/// go of images between two pictures only, so that those of the last one would count as leaks.
+void releaseImages(QQuickWindow *window);
+
 /// A piece of QML in a window of its own, with Tarnwick.Components imported.
 class QmlScene
 {
 public:
     /// `body` is the QML of one item.
     explicit QmlScene(const QByteArray &body, const QSize &size = {480, 360});
+    ~QmlScene() { releaseImages(&m_view); }
+    QmlScene(const QmlScene &) = delete;
+    QmlScene &operator=(const QmlScene &) = delete;
 
     QQuickWindow *window() { return &m_view; }
     QQuickItem *root() const { return m_view.rootObject(); }

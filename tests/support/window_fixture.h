@@ -16,7 +16,7 @@ public:
     void open(AppState::Environment environment = AppState::Environment::Ignored,
               const QSize &size = {1120, 720})
     {
-        m_window.reset();
+        close();
         launch(environment);
         m_window = std::make_unique<MainWindow>(app());
         window()->resize(size);
@@ -33,7 +33,12 @@ public:
         waitUntilIdle();
         waitForView(QStringLiteral("LibraryScoreScreen"));
     }
-    void close() { m_window.reset(); }
+    void close()
+    {
+        if (m_window)
+            releaseImages(window());
+        m_window.reset();
+    }
 
     QQuickWindow *window() const { return m_window->window(); }
     WindowPresenter &presenter() { return m_window->presenter(); }

@@ -47,8 +47,9 @@ private Q_SLOTS:
         QmlScene scene(twoButtons);
         QQuickItem *button = scene.item(u"one"_s);
         bool downOnAPicture = false;
+        const QObject onlooker;
         connect(
-            scene.window(), &QQuickWindow::afterRendering, this,
+            scene.window(), &QQuickWindow::afterRendering, &onlooker,
             [&] { downOnAPicture |= isDown(button) && scene.value("done").toString().isEmpty(); },
             Qt::DirectConnection);
         QVERIFY(pressByPointer(button));
