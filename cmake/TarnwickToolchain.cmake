@@ -26,6 +26,11 @@ if(TARNWICK_SANITIZE)
     endif()
 endif()
 
+if(TARNWICK_FUZZ)
+    # Tells the fuzzer which ways through our code an input took.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 if(TARNWICK_HARDENED)
     add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
     if(NOT APPLE)

@@ -2,8 +2,8 @@
 
 #include "foundation/text.h"
 #include "support/random_library.h"
+#include "support/slow_title_cut.h"
 
-#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -11,58 +11,6 @@ using namespace tarnwick;
 using namespace tarnwick::testing;
 
 namespace {
-
-const std::pair<QString, QString> keywords[] = {
-    {u"radio"_s, u"Radio edit"_s},
-    {u"extended"_s, u"Extended"_s},
-    {u"instrumental"_s, u"Instrumental"_s},
-    {u"acapella"_s, u"Acapella"_s},
-    {u"acappella"_s, u"Acapella"_s},
-    {u"intro"_s, u"Intro"_s},
-    {u"clean"_s, u"Clean"_s},
-    {u"dirty"_s, u"Dirty"_s},
-    {u"remix"_s, u"Remix"_s},
-    {u"edit"_s, u"Edit"_s},
-    {u"original mix"_s, u"Original"_s},
-    {u"club"_s, u"Club mix"_s},
-    {u"dub"_s, u"Dub"_s},
-    {u"remaster"_s, u"Remaster"_s},
-    {u"live"_s, u"Live"_s},
-    {u"vip"_s, u"VIP"_s},
-};
-
-/// A pattern with white space and line ends spelled out, so that they don't depend on the engine.
-QRegularExpression pattern(QString text)
-{
-    text.replace(u"\\s"_s, u"[\\x{9}-\\x{D}\\x{85}\\x{2028}\\x{2029}\\p{Zs}]"_s);
-    text.replace(u".*"_s, u"[^\\x{A}-\\x{D}\\x{85}\\x{2028}\\x{2029}]*"_s);
-    return QRegularExpression(text);
-}
-
-QString withoutFirst(const QString &text, const QRegularExpression &expression)
-{
-    const QRegularExpressionMatch match = expression.match(text);
-    if (!match.hasMatch())
-        return text;
-    return text.first(match.capturedStart()) + text.sliced(match.capturedEnd());
-}
-
-/// The rule with regular expressions.
-BaseAndCut slowBaseAndCut(const QString &title)
-{
-    static const QRegularExpression bracketed = pattern(u"\\s*[\\(\\[].*"_s);
-    static const QRegularExpression dashed = pattern(
-        u"\\s*-\\s*(radio|extended|instrumental|acap+ella|intro|clean|dirty|remix|edit|original mix"
-        "|club|dub|remaster|live|vip).*"_s);
-    const QString text = lowerCased(title);
-    QString cut = u"Original"_s;
-    for (const auto &[keyword, label] : keywords) {
-        if (text.contains(keyword))
-            cut = label;
-    }
-    const QString base = withoutFirst(withoutFirst(text, bracketed), dashed);
-    return {trimmedBlanks(base).toString(), cut};
-}
 
 QString randomTitle(RandomLibrary &random)
 {
@@ -95,7 +43,7 @@ class TitleCutTest : public QObject
 private Q_SLOTS:
     void everyKeywordHasItsLabel()
     {
-        for (const auto &[keyword, label] : keywords) {
+        for (const auto &[keyword, label] : cutKeywords()) {
             QCOMPARE(baseAndCut(u"Song "_s + keyword).cut, label);
             QCOMPARE(baseAndCut(u"Song"_s + keyword.toUpper() + u"x"_s).cut, label);
         }
@@ -103,8 +51,9 @@ private Q_SLOTS:
 
     void theLaterOfTwoKeywordsWins()
     {
-        for (size_t earlier = 0; earlier < std::size(keywords); ++earlier) {
-            for (size_t later = earlier + 1; later < std::size(keywords); ++later) {
+        const auto &keywords = cutKeywords();
+        for (qsizetype earlier = 0; earlier < keywords.size(); ++earlier) {
+            for (qsizetype later = earlier + 1; later < keywords.size(); ++later) {
                 const QString first = keywords[earlier].first;
                 const QString second = keywords[later].first;
                 QCOMPARE(cutOf(QString(first + u' ' + second)), keywords[later].second);

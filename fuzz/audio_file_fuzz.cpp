@@ -1,0 +1,104 @@
+// Cue frames and gains written into audio files of any content: the audio and all other frames
+// stay, and what was written is read again.
+
+#include "fuzz_input.h"
+#include "scratch.h"
+#include "tags/geob_files.h"
+#include "tags/serato_geob.h"
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+using namespace tarnwick::fuzzing;
+
+namespace {
+
+using SeratoGEOB::CueFrames;
+using SeratoGEOB::Frame;
+
+std::vector<Frame> withoutCues(std::vector<Frame> frames)
+{
+    std::erase_if(frames, SeratoGEOB::isCueFrame);
+    return frames;
+}
+
+/// A whole object of each description that the input asks for.
+CueFrames framesFrom(Pieces &pieces)
+{
+    CueFrames frames;
+    const int which = pieces.byte();
+    for (int i = 0; i < 3; ++i) {
+        const QString descriptor = SeratoGEOB::cueDescriptors().at(i);
+        if (which >> i & 1)
+            frames[descriptor] = QByteArray("\0application/octet-stream\0\0", 27) +
+                                 descriptor.toLatin1() + '\0' + pieces.bytes();
+    }
+    return frames;
+}
+
+/// Frames come back as they are if their ids can be written and none looks like padding.
+bool comeBack(const std::vector<Frame> &frames)
+{
+    return std::all_of(frames.begin(), frames.end(), [](const Frame &frame) {
+        return !frame.id.startsWith(QChar::Null) &&
+               std::all_of(frame.id.begin(), frame.id.end(),
+                           [](QChar each) { return each.unicode() < 0x80; });
+    });
+}
+
+std::optional<SeratoGEOB::Tag> tagOf(const Scratch &scratch)
+{
+    return SeratoGEOB::readTag(scratch.contentOf(u"a.mp3"_s));
+}
+
+void checkKept(const Scratch &scratch, const SeratoGEOB::Tag &before)
+{
+    const auto after = tagOf(scratch);
+    // A file that has nothing but an empty tag is none.
+    if (!after) {
+        require(before.audio.isEmpty() && withoutCues(before.frames).empty(), "a tag stays a tag");
+        return;
+    }
+    require(after->audio == before.audio, "the audio stays");
+    if (comeBack(before.frames))
+        require(withoutCues(after->frames) == withoutCues(before.frames), "other frames stay");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static const Scratch scratch;
+    Pieces input(viewOf(data, size));
+    const CueFrames frames = framesFrom(input);
+    const QString path = scratch.put(u"a.mp3"_s, input.rest());
+    const auto before = tagOf(scratch);
+
+    const bool isRestored = SeratoGEOB::restoreCueFrames(frames, path).has_value();
+    require(isRestored == before.has_value(), "a file with a tag that can be edited is edited");
+    if (!before) {
+        require(SeratoGEOB::stripCueFrames(path).has_value(), "nothing to strip is no failure");
+        require(!SeratoGEOB::writeReplayGain(-2.5, path), "nor gets a gain");
+        require(scratch.contentOf(u"a.mp3"_s) == input.rest(), "any other file stays as it is");
+        return 0;
+    }
+    checkKept(scratch, *before);
+    if (comeBack(before->frames)) {
+        const CueFrames captured = SeratoGEOB::captureCueFrames(path);
+        for (const auto &[descriptor, payload] : frames.asKeyValueRange()) {
+            // Of two frames of one description the first is set, and the later counts.
+            const qsizetype same =
+                std::count_if(before->frames.begin(), before->frames.end(), [&](const Frame &each) {
+                    return each.geobDescriptor() == descriptor;
+                });
+            require(captured.contains(descriptor), "what was put back is there");
+            require(same > 1 || captured[descriptor] == payload, "as it was");
+        }
+    }
+    require(SeratoGEOB::stripCueFrames(path).has_value(), "cues can be taken out");
+    checkKept(scratch, *before);
+    if (comeBack(before->frames))
+        require(SeratoGEOB::captureCueFrames(path).isEmpty(), "then there are none");
+    return 0;
+}
