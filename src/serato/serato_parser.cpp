@@ -17,8 +17,9 @@ namespace {
 constexpr Tag trackTag = "otrk"_tag;
 constexpr Tag crateEntryTag = "ptrk"_tag;
 
-/// A guess at the bytes that a track takes in a database, with most of its fields filled in.
-constexpr quint64 usualRecordSize = 512;
+/// What a track with a few of its fields takes in a database, in bytes. Room that is not filled
+/// costs next to nothing; to move all tracks because there is too little costs as much as reading.
+constexpr quint64 leastUsualRecordSize = 256;
 /// Beyond any library: a file that is larger than one gets no memory on trust.
 constexpr quint64 mostTracksExpected = 1'000'000;
 
@@ -58,9 +59,9 @@ private:
     qsizetype m_walked = 0;
 };
 
-/// Visits the fields of every `otrk` record; ahead of them, `beginTrack` is called.
-template <typename Records, typename BeginTrack, typename Visit>
-Done walkTracks(Records &records, Notes *notes, BeginTrack &&beginTrack, Visit &&visit)
+/// Calls `visit(payload)` for every `otrk` record; it returns how many bytes of it were records.
+template <typename Records, typename Visit>
+Done walkTracks(Records &records, Notes *notes, Visit &&visit)
 {
     int index = 0;
     for (;;) {
@@ -70,8 +71,7 @@ Done walkTracks(Records &records, Notes *notes, BeginTrack &&beginTrack, Visit &
         if (!*record)
             break;
         const QByteArrayView payload = (*record)->payload;
-        beginTrack();
-        const qsizetype walked = walk(payload, visit);
+        const qsizetype walked = visit(payload);
         if (walked < payload.size())
             noteRest(notes, u"otrk %1"_s.arg(index), quint64(payload.size() - walked),
                      quint64(payload.size()));
@@ -84,13 +84,18 @@ Done walkTracks(Records &records, Notes *notes, BeginTrack &&beginTrack, Visit &
 template <typename Records>
 Result<std::vector<SeratoTrack>> tracksOf(Records &records, Notes *notes)
 {
+    const quint64 expected = std::min(records.size() / leastUsualRecordSize, mostTracksExpected);
     std::vector<SeratoTrack> tracks;
-    tracks.reserve(size_t(std::min(records.size() / usualRecordSize, mostTracksExpected)));
+    tracks.reserve(size_t(expected));
     platform::expectToFill(tracks.data(), tracks.capacity() * sizeof(SeratoTrack));
-    SharedTexts texts;
-    const Done done = walkTracks(
-        records, notes, [&] { tracks.emplace_back(); },
-        [&](const Field &field) { assignField(tracks.back(), field, texts); });
+    SharedTexts texts(expected);
+    const Done done = walkTracks(records, notes, [&](QByteArrayView payload) {
+        SeratoTrack &track = tracks.emplace_back();
+        const auto assign = [&](const Field &field) { assignField(track, field, texts); };
+        const qsizetype walked = walk(payload, assign);
+        texts.settle(); // the payload and the track stay where they are until here
+        return walked;
+    });
     if (!done)
         return tl::unexpected(done.error());
     return tracks;
@@ -108,9 +113,9 @@ Result<QStringList> pathsOf(const QString &path, Notes *notes)
         if (const QString entry = field.text(); !entry.isEmpty())
             paths.append(entry);
     };
-    if (const Done done = walkTracks(
-            *file, notes, [] {}, collect);
-        !done)
+    const Done done = walkTracks(
+        *file, notes, [&collect](QByteArrayView payload) { return walk(payload, collect); });
+    if (!done)
         return tl::unexpected(done.error());
     return paths;
 }

@@ -85,25 +85,32 @@ consteval std::array<quint8, 256> indexOfPlaces()
 
 constexpr std::array<quint8, 256> placesOfFields = indexOfPlaces();
 
+/// The field of that tag, or none.
+const TrackField *fieldOf(Tag tag)
+{
+    const TrackField &field = trackFields[placesOfFields[placeOf(tag)]];
+    return field.tag == tag ? &field : nullptr;
+}
+
 } // namespace
 
 void assignField(SeratoTrack &track, const SeratoParser::Field &field, SharedTexts &texts)
 {
-    const TrackField &known = trackFields[placesOfFields[placeOf(field.tag)]];
-    if (known.tag != field.tag)
+    const TrackField *known = fieldOf(field.tag);
+    if (!known)
         return;
-    switch (known.kind) {
+    switch (known->kind) {
     case Kind::OwnText:
-        track.*known.text = field.text();
+        track.*known->text = texts.own(field.payload);
         break;
     case Kind::SharedText:
-        track.*known.text = texts.text(field.payload);
+        texts.setShared(track.*known->text, field.payload);
         break;
     case Kind::Number:
-        track.*known.number = field.number();
+        track.*known->number = field.number();
         break;
     case Kind::Flag:
-        track.*known.flag = field.flag();
+        track.*known->flag = field.flag();
         break;
     }
 }
@@ -111,9 +118,10 @@ void assignField(SeratoTrack &track, const SeratoParser::Field &field, SharedTex
 SeratoTrack trackFromFields(const std::vector<SeratoParser::Field> &fields)
 {
     SeratoTrack track;
-    SharedTexts texts;
+    SharedTexts texts(1);
     for (const SeratoParser::Field &field : fields)
         assignField(track, field, texts);
+    texts.settle();
     return track;
 }
 

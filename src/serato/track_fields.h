@@ -8,8 +8,9 @@
 
 namespace tarnwick {
 
-/// Sets the member that a field of a track's record stands for. A tag of no member changes nothing;
-/// of two fields with one tag the later one stands.
+/// Sets the member that a field of a track's record stands for, a text at the latest when `texts`
+/// are settled. A tag of no member changes nothing; of two fields with one tag the later one
+/// stands.
 void assignField(SeratoTrack &track, const SeratoParser::Field &field, SharedTexts &texts);
 
 /// The track that the fields of one record describe, with a fresh identity.

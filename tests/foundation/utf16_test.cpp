@@ -20,8 +20,8 @@ void Utf16Test::decodesUnitsHighByteFirst_data()
     QTest::addColumn<QByteArray>("hex");
     QTest::addColumn<QString>("text");
     const QString bad(QChar::ReplacementCharacter);
-    const auto row = [](const char *name, const char *hex, const QString &text) {
-        QTest::newRow(name) << QByteArray(hex) << text;
+    const auto row = [](const QByteArray &name, const QByteArray &hex, const QString &text) {
+        QTest::newRow(name.constData()) << hex << text;
     };
     row("empty", "", QString());
     row("letters", "00410062", u"Ab"_s);
@@ -35,6 +35,14 @@ void Utf16Test::decodesUnitsHighByteFirst_data()
     row("a high surrogate at the end", "0041 D83C", u'A' + bad);
     row("a low surrogate alone", "DFA7 0041", bad + u'A');
     row("the wrong way round", "DFA7 D83C", bad + bad);
+    for (int units = 3; units <= 9; ++units) {
+        const QByteArray name = QByteArray::number(units) + " letters and a surrogate alone";
+        row(name, QByteArray("0041 ").repeated(units) + "DFA7", QString(units, u'A') + bad);
+        row(name + " ahead", "DFA7 " + QByteArray("0041 ").repeated(units),
+            bad + QString(units, u'A'));
+    }
+    row("the units beside the surrogates", "D7FF E000 D7FF E000 D7FF",
+        u"\uD7FF\uE000\uD7FF\uE000\uD7FF"_s);
     row("the unit behind a bad one is read afresh", "D83C D83C DFA7", bad + u"\U0001F3A7"_s);
 }
 
