@@ -14,10 +14,10 @@ ScopedFileDialog::Dialog &currentDialog()
 
 } // namespace
 
-void chooseFile(const QString &message, FileChosen chosen)
+void chooseFile(const FileQuestion &question, FileChosen chosen)
 {
     if (currentDialog())
-        currentDialog()(message, std::move(chosen));
+        currentDialog()(question, std::move(chosen));
 }
 
 ScopedFileDialog::ScopedFileDialog(Dialog dialog)

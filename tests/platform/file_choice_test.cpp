@@ -13,7 +13,7 @@ private Q_SLOTS:
     void asksNobodyWithoutADialog()
     {
         bool chosen = false;
-        platform::chooseFile(u"Find it"_s, [&](const QString &) { chosen = true; });
+        platform::chooseFile({.message = u"Find it"_s}, [&](const QString &) { chosen = true; });
         QVERIFY(!chosen);
     }
 
@@ -21,14 +21,16 @@ private Q_SLOTS:
     {
         QStringList asked;
         const auto dialogOf = [&](const QString &answer) {
-            return [&asked, answer](const QString &message, const platform::FileChosen &chosen) {
-                asked += message;
+            return [&asked, answer](const platform::FileQuestion &question,
+                                    const platform::FileChosen &chosen) {
+                asked += question.message;
                 chosen(answer);
             };
         };
         QString path;
         const auto choose = [&] {
-            platform::chooseFile(u"Find it"_s, [&](const QString &file) { path = file; });
+            platform::chooseFile({.message = u"Find it"_s},
+                                 [&](const QString &file) { path = file; });
         };
         const platform::ScopedFileDialog window(dialogOf(u"/a"_s));
         {

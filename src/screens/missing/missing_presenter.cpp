@@ -73,7 +73,7 @@ void MissingPresenter::browse(const QString &key)
         return;
     // The screen, and the row on it, may have gone by the time of the answer.
     const QPointer<MissingPresenter> guard(this);
-    platform::chooseFile(MissingFigures::browseMessage(track->track),
+    platform::chooseFile({.message = MissingFigures::browseMessage(track->track)},
                          [guard, wanted = *track](const QString &path) {
                              if (guard)
                                  guard->m_app.relink(wanted, QUrl::fromLocalFile(path));

@@ -17,9 +17,10 @@ class Answer : public QObject
     Q_OBJECT
 
 public:
-    Answer(QObject *dialog, platform::FileChosen chosen)
+    Answer(QObject *dialog, const char *property, platform::FileChosen chosen)
         : QObject(dialog)
         , m_dialog(dialog)
+        , m_property(property)
         , m_chosen(std::move(chosen))
     {
         connect(dialog, SIGNAL(accepted()), this, SLOT(accept()));
@@ -29,7 +30,7 @@ public:
 private Q_SLOTS:
     void accept()
     {
-        const QUrl file = m_dialog->property("selectedFile").toUrl();
+        const QUrl file = m_dialog->property(m_property).toUrl();
         m_dialog->deleteLater();
         if (file.isLocalFile())
             m_chosen(file.toLocalFile());
@@ -37,6 +38,7 @@ private Q_SLOTS:
 
 private:
     QObject *m_dialog;
+    const char *m_property; ///< of the dialog, that holds what was chosen
     platform::FileChosen m_chosen;
 };
 
@@ -45,22 +47,27 @@ private:
 FileDialog::FileDialog(QQmlEngine &engine, QQuickWindow *window)
     : m_engine(engine)
     , m_window(window)
-    , m_guard([this](const QString &message, const platform::FileChosen &chosen) {
-        ask(message, chosen);
+    , m_guard([this](const platform::FileQuestion &question, const platform::FileChosen &chosen) {
+        ask(question, chosen);
     })
 {}
 
-void FileDialog::ask(const QString &message, const platform::FileChosen &chosen)
+void FileDialog::ask(const platform::FileQuestion &question, const platform::FileChosen &chosen)
 {
-    QQmlComponent component(&m_engine, QUrl(u"qrc:/qt/qml/Tarnwick/Screens/FileChooser.qml"_s));
-    QObject *dialog = component.createWithInitialProperties(
-        {{u"title"_s, message}, {u"parentWindow"_s, QVariant::fromValue(m_window)}});
+    const bool forFolder = question.kind == platform::FileQuestion::Kind::Folder;
+    const QString file = forFolder ? u"FolderChooser"_s : u"FileChooser"_s;
+    QVariantMap properties = {{u"title"_s, question.message},
+                              {u"parentWindow"_s, QVariant::fromValue(m_window)}};
+    if (!question.acceptLabel.isEmpty())
+        properties.insert(u"acceptLabel"_s, question.acceptLabel);
+    QQmlComponent component(&m_engine, QUrl(u"qrc:/qt/qml/Tarnwick/Screens/%1.qml"_s.arg(file)));
+    QObject *dialog = component.createWithInitialProperties(properties);
     if (!dialog) {
         qWarning("%s", qPrintable(component.errorString()));
         return;
     }
     dialog->setParent(this);
-    new Answer(dialog, chosen);
+    new Answer(dialog, forFolder ? "selectedFolder" : "selectedFile", chosen);
     QMetaObject::invokeMethod(dialog, "open");
 }
 

@@ -9,8 +9,8 @@ class QQuickWindow;
 
 namespace tarnwick {
 
-/// Answers the questions for a file by the desktop's dialog, over the window. The dialog is loaded
-/// when it is first asked for.
+/// Answers the questions for a file or a folder by the desktop's dialog, over the window. The
+/// dialog is loaded when it is first asked for.
 class FileDialog : public QObject
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     FileDialog(QQmlEngine &engine, QQuickWindow *window);
 
 private:
-    void ask(const QString &message, const platform::FileChosen &chosen);
+    void ask(const platform::FileQuestion &question, const platform::FileChosen &chosen);
 
     QQmlEngine &m_engine;
     QQuickWindow *m_window;

@@ -119,8 +119,8 @@ private Q_SLOTS:
         QStringList asked;
         QString answer;
         const platform::ScopedFileDialog dialog(
-            [&](const QString &message, const platform::FileChosen &chosen) {
-                asked += message;
+            [&](const platform::FileQuestion &question, const platform::FileChosen &chosen) {
+                asked += question.message;
                 if (!answer.isEmpty())
                     chosen(answer);
             });

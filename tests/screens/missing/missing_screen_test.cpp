@@ -80,7 +80,9 @@ private Q_SLOTS:
         const QString there = u'/' + m_user->writeAudio(u"Elsewhere/tide.mp3"_s);
         QVERIFY(open());
         const platform::ScopedFileDialog dialog(
-            [&](const QString &, const platform::FileChosen &chosen) { chosen(there); });
+            [&](const platform::FileQuestion &, const platform::FileChosen &chosen) {
+                chosen(there);
+            });
         QVERIFY(press(m_user->button(u"Browse…"_s), way));
         QTRY_COMPARE(m_user->app().result()->tracks.front().track.absolutePath(), there);
     }
