@@ -6,6 +6,7 @@
 #include "cli/session.h"
 #include "cli/text_table.h"
 #include "platform/files.h"
+#include "screens/export/export_figures.h"
 
 using namespace Qt::StringLiterals;
 
@@ -56,13 +57,13 @@ void writeDrift(JsonWriter &json, const std::optional<ExportDrift> &drift)
 void printDrift(Output &out, const std::optional<ExportDrift> &drift)
 {
     if (!drift) {
-        out.line(u"No previous export here yet — nothing to compare."_s);
+        out.line(ExportFigures::nothingToCompare());
         return;
     }
     TextTable table;
     table.alignRight(1);
-    table.addRow({u"Serato only"_s, QString::number(drift->seratoOnly)});
-    table.addRow({u"Device only"_s, QString::number(drift->deviceOnly)});
+    for (const ExportFigures::DriftFigure &figure : ExportFigures::figuresOf(*drift))
+        table.addRow({figure.label, QString::number(figure.count)});
     out.text(table.text());
 }
 

@@ -2,6 +2,7 @@
 
 #include "screens/cues/cues_presenter.h"
 #include "screens/duplicates/duplicates_presenter.h"
+#include "screens/export/export_presenter.h"
 #include "screens/fix_queue/fix_queue_presenter.h"
 #include "screens/health/health_presenter.h"
 #include "screens/missing/missing_presenter.h"
@@ -43,6 +44,7 @@ const ScreenView *viewOf(Screen screen)
         {Screen::Duplicates, u"DuplicatesScreen"_s, make<DuplicatesPresenter>},
         {Screen::Cues, u"CuesGridsScreen"_s, make<CuesPresenter>},
         {Screen::ChangeLog, u"ChangeLogScreen"_s, make<ChangeLogPresenter>},
+        {Screen::Export, u"ExportScreen"_s, make<ExportPresenter>},
     };
     for (const ScreenView &view : views) {
         if (view.screen == screen)
