@@ -1,6 +1,6 @@
 // Renders every view of the window to a picture, over the default library of HOME:
 //
-//   screenshots --out FOLDER [--size WxH] [--scale N] [--only SCREEN]
+//   screenshots --out FOLDER [--size WxH] [--scale N] [--only SCREEN] [--states]
 //
 // Exits with 1 where anything warned while the views were drawn, or where there is no library.
 
@@ -74,6 +74,7 @@ int main(int argc, char *argv[])
     parser.addOption({u"scale"_s, u"Pixels for each point."_s, u"N"_s, u"1"_s});
     parser.addOption(
         {u"only"_s, u"One view: a screen's raw value, firstRun or scanning."_s, u"screen"_s});
+    parser.addOption({u"states"_s, u"Also what a screen looks like while it is at work."_s});
     parser.addHelpOption();
     parser.process(application);
 
@@ -83,6 +84,6 @@ int main(int argc, char *argv[])
     if (!size)
         return complain("--size takes a width and a height: 1440x900");
     PictureTaker taker(parser.value(u"out"_s), *size);
-    const bool taken = taker.take(parser.value(u"only"_s));
+    const bool taken = taker.take(parser.value(u"only"_s), parser.isSet(u"states"_s));
     return taken && warnings == 0 ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 #include "screenshots/picture_taker.h"
 
 #include "screens/shell/scanning_presenter.h"
+#include "screenshots/export_states.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -36,9 +37,10 @@ PictureTaker::PictureTaker(const QString &folder, const QSize &size)
     m_window.show();
 }
 
-bool PictureTaker::take(const QString &only)
+bool PictureTaker::take(const QString &only, bool withStates)
 {
     m_only = only;
+    m_withStates = withStates;
     const bool isView = only == u"firstRun"_s || only == u"scanning"_s;
     if (!only.isEmpty() && !isView && !screenFromRawValue(only))
         return fail(u"no view is called %1"_s.arg(only));
@@ -78,10 +80,20 @@ bool PictureTaker::takeScreens()
             continue;
         m_app.setSelection(info.screen);
         settle();
-        if (!keep(info.rawValue))
+        if (!keep(info.rawValue) || (m_withStates && !takeStates(info.screen)))
             return false;
     }
     return true;
+}
+
+bool PictureTaker::takeStates(Screen screen)
+{
+    if (screen != Screen::Export)
+        return true;
+    auto *presenter = qobject_cast<ExportPresenter *>(m_window.presenter().viewPresenter());
+    const auto keepState = [this](const QString &name) { return keep(name); };
+    return (presenter && takeExportStates(m_app, *presenter, keepState)) ||
+           fail(u"the export screen doesn't come to all its states"_s);
 }
 
 /// Lets everything that is queued happen: the change of the view, its layout, its pictures.

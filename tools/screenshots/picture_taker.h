@@ -14,19 +14,22 @@ public:
     /// Makes the folder if it is not there.
     PictureTaker(const QString &folder, const QSize &size);
 
-    /// One view by its name, or all of them for an empty name. False, with a line on standard
-    /// error, for what can't be taken.
-    bool take(const QString &only);
+    /// One view by its name, or all of them for an empty name; with further pictures of the
+    /// screens that are known to look otherwise at work. False, with a line on standard error, for
+    /// what can't be taken.
+    bool take(const QString &only, bool withStates);
 
 private:
     bool wants(const QString &name) const { return m_only.isEmpty() || m_only == name; }
     bool takeScan();
     bool takeScreens();
+    bool takeStates(Screen screen);
     void settle();
     bool keep(const QString &name);
 
     QString m_folder;
     QString m_only;
+    bool m_withStates = false;
     AppState m_app;
     MainWindow m_window;
 };
