@@ -34,4 +34,11 @@ void MainWindow::show()
     m_window->show();
 }
 
+void MainWindow::comeToFront()
+{
+    m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
+    m_window->raise();
+    m_window->requestActivate();
+}
+
 } // namespace tarnwick

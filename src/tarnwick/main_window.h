@@ -22,6 +22,8 @@ public:
     /// Shows the window. Once its first picture is there, libraries and Serato are looked for
     /// again.
     void show();
+    /// Ahead of all other windows, also where it was minimized.
+    void comeToFront();
 
 private:
     WindowPresenter m_presenter;
