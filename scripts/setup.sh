@@ -5,6 +5,7 @@
 #   scripts/setup.sh             what building and running take
 #   scripts/setup.sh --test      also what the tests and scripts/check take
 #   scripts/setup.sh --interop   also the foreign programs that some tests compare us with
+#   scripts/setup.sh --package   also what making a package takes
 #   scripts/setup.sh --fuzz      also what the fuzz preset takes
 #   scripts/setup.sh --list      only prints the packages that the other options stand for
 set -euo pipefail
@@ -24,7 +25,11 @@ run=(
 test=(
   locales qml6-module-qttest xvfb dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi libx11-6 zsh
 )
-check=(git clang-format clang-tidy cppcheck shellcheck)
+check=(
+  git clang-format clang-tidy cppcheck shellcheck
+  appstream desktop-file-utils lintian mandoc
+)
+package=(dpkg-dev file gzip)
 interop=(python3-mutagen libtag1-dev libxml2-utils sqlite3)
 fuzz=(clang libclang-rt-dev)
 
@@ -36,12 +41,13 @@ wanted=("${build[@]}" "${run[@]}")
 list_only=no
 for argument in "$@"; do
   case $argument in
-    --test) wanted+=("${test[@]}" "${check[@]}") ;;
-    --interop) wanted+=("${test[@]}" "${check[@]}" "${interop[@]}") ;;
+    --test) wanted+=("${test[@]}" "${check[@]}" "${package[@]}") ;;
+    --interop) wanted+=("${test[@]}" "${check[@]}" "${package[@]}" "${interop[@]}") ;;
+    --package) wanted+=("${package[@]}") ;;
     --fuzz) wanted+=("${fuzz[@]}") ;;
     --list) list_only=yes ;;
     *)
-      echo "setup.sh: unknown option $argument (known: --test, --interop, --fuzz, --list)" >&2
+      echo "setup.sh: unknown option $argument (known: --test, --interop, --package, --fuzz, --list)" >&2
       exit 2
       ;;
   esac

@@ -15,6 +15,6 @@ inline constexpr char httpModuleEntryName[] = "tarnwickHttpSender";
 
 /// Where the module lies, from the folder of the executable. The names are frozen: installed
 /// programs have the same layout as built ones.
-inline constexpr char16_t httpModulePlace[] = u"../lib/tarnwick/tarnwick_http";
+inline constexpr char16_t httpModulePlace[] = u"../lib/tarnwick/modules/tarnwick_http";
 
 } // namespace tarnwick::platform

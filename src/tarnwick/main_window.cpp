@@ -3,6 +3,7 @@
 #include "screens/components/install.h"
 
 #include <QQuickWindow>
+#include <QTimer>
 #include <QtQml/QQmlExtensionPlugin>
 
 using namespace Qt::StringLiterals;
@@ -11,6 +12,13 @@ Q_IMPORT_QML_PLUGIN(Tarnwick_ComponentsPlugin)
 Q_IMPORT_QML_PLUGIN(Tarnwick_ScreensPlugin)
 
 namespace tarnwick {
+
+namespace {
+
+/// In which an event comes back from the display server.
+constexpr std::chrono::milliseconds timeOfAnEvent(50);
+
+} // namespace
 
 MainWindow::MainWindow(AppState &app)
     : m_presenter(app)
@@ -39,6 +47,11 @@ void MainWindow::comeToFront()
     m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
     m_window->raise();
     m_window->requestActivate();
+    // X11 believes only who asks with a time as late as the user's last act, and the time that Qt
+    // knows is that of this window's last event. To touch the size hints, which this does without
+    // any effect on the size, brings one. Elsewhere the second asking changes nothing.
+    m_window->setBaseSize(m_window->baseSize() + QSize(1, 1));
+    QTimer::singleShot(timeOfAnEvent, m_window, [this] { m_window->requestActivate(); });
 }
 
 } // namespace tarnwick

@@ -33,8 +33,11 @@ KEYS = {
     "Tab": 0xFF09, "Return": 0xFF0D, "Enter": 0xFF8D, "Escape": 0xFF1B, "space": 0x20,
     "Home": 0xFF50, "End": 0xFF57, "Left": 0xFF51, "Up": 0xFF52, "Right": 0xFF53, "Down": 0xFF54,
     "Page_Up": 0xFF55, "Page_Down": 0xFF56, "BackSpace": 0xFF08, "Delete": 0xFFFF,
+    **{f"F{number}": 0xFFBD + number for number in range(1, 13)},
+    **{character: ord(character) for character in "123456789abcdefghijklmnopqrstuvwxyz"},
 }
-SHIFT = 50  # its key code on the X server's own keyboard
+# Their key codes on the X server's own keyboard.
+MODIFIERS = {"shift": 50, "ctrl": 37}
 
 # The accessibility service's numbers.
 STATES = {"CHECKED": 4, "ENABLED": 8, "FOCUSED": 12, "SELECTED": 23, "SHOWING": 25}
@@ -329,14 +332,14 @@ class Program:
         self.click_at(left + 2, top + height // 2)
 
     def key(self, *names):
-        """Strikes keys one after another; "shift+Tab" holds the shift key meanwhile."""
+        """Strikes keys one after another; "shift+Tab" and "ctrl+q" hold a key meanwhile."""
         for name in names:
-            plain = name.removeprefix("shift+")
-            if plain != name:
-                self._keyboard(SHIFT, "", KEY_PRESS)
+            *held, plain = name.split("+")
+            for modifier in held:
+                self._keyboard(MODIFIERS[modifier], "", KEY_PRESS)
             self._keyboard(KEYS[plain], "", KEY_SYMBOL)
-            if plain != name:
-                self._keyboard(SHIFT, "", KEY_RELEASE)
+            for modifier in held:
+                self._keyboard(MODIFIERS[modifier], "", KEY_RELEASE)
 
     def type(self, text):
         self._keyboard(0, text, KEY_TEXT)

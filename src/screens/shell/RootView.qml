@@ -16,6 +16,10 @@ Rectangle {
 
     color: Theme.desk
 
+    Shortcuts {
+        presenter: root.presenter
+    }
+
     Rectangle {
         id: panel
 

@@ -76,9 +76,16 @@ ColumnLayout {
     }
 
     GhostButton {
+        id: rescan
+
         Layout.fillWidth: true
         title: "Rescan"
         symbol: "arrow.clockwise"
         onClicked: footer.presenter.rescan()
+
+        Tip {
+            text: "Scan the library again (F5)"
+            over: rescan.hovered ? rescan : null
+        }
     }
 }

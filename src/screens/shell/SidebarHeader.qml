@@ -4,7 +4,18 @@ import Tarnwick.Components
 
 /// The program's mark and name.
 RowLayout {
+    id: header
+
     spacing: 10
+
+    HoverHandler {
+        id: hover
+    }
+
+    Tip {
+        text: "F1 opens the guide, Ctrl+Q quits"
+        over: hover.hovered ? header : null
+    }
 
     Rectangle {
         implicitWidth: 26

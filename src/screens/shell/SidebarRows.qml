@@ -32,8 +32,21 @@ ScrollArea {
         }
     }
 
+    function tell(row: SidebarRow, shortcut: string) {
+        if (row.hovered) {
+            tip.text = shortcut.length > 0 ? `${row.title} (${shortcut})` : "";
+            tip.over = row;
+        } else if (tip.over === row) {
+            tip.over = null;
+        }
+    }
+
     padding: 10
     activeFocusOnTab: false
+
+    Tip {
+        id: tip
+    }
 
     Repeater {
         id: rows
@@ -51,6 +64,7 @@ ScrollArea {
             required property string badge
             required property bool implemented
             required property bool selected
+            required property string shortcut
             property alias row: row
 
             width: parent.width
@@ -74,6 +88,7 @@ ScrollArea {
                 implemented: entry.implemented
                 selected: entry.selected
                 onClicked: area.presenter.select(entry.index)
+                onHoveredChanged: area.tell(row, entry.shortcut)
                 Keys.onPressed: event => event.accepted = area.focusByKey(event.key, entry.index)
             }
         }

@@ -2,7 +2,23 @@
 
 #include "screens/shell/sidebar_figures.h"
 
+#include <QKeySequence>
+
 namespace tarnwick {
+
+namespace {
+
+/// As many as there are digits to press; Shortcuts.qml binds the same.
+constexpr int rowsWithShortcut = 9;
+
+QString shortcutOf(int row)
+{
+    if (row >= rowsWithShortcut)
+        return {};
+    return QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + row)).toString(QKeySequence::NativeText);
+}
+
+} // namespace
 
 SidebarModel::SidebarModel(QObject *parent)
     : QAbstractListModel(parent)
@@ -37,6 +53,8 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
         return info.isImplemented;
     case SelectedRole:
         return row.screen == m_selection;
+    case ShortcutRole:
+        return shortcutOf(index.row());
     default:
         return {};
     }
@@ -46,7 +64,8 @@ QHash<int, QByteArray> SidebarModel::roleNames() const
 {
     return {{HeadingRole, "heading"},         {TitleRole, "title"},
             {SymbolRole, "symbol"},           {BadgeRole, "badge"},
-            {ImplementedRole, "implemented"}, {SelectedRole, "selected"}};
+            {ImplementedRole, "implemented"}, {SelectedRole, "selected"},
+            {ShortcutRole, "shortcut"}};
 }
 
 void SidebarModel::setSelection(Screen screen)

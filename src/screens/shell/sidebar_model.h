@@ -23,6 +23,7 @@ public:
         BadgeRole,       ///< empty for none
         ImplementedRole, ///< false: the row is dimmed
         SelectedRole,
+        ShortcutRole, ///< the key that selects it, in the desktop's words; empty for none
     };
 
     explicit SidebarModel(QObject *parent = nullptr);

@@ -1,6 +1,10 @@
 #include "screens/shell/window_presenter.h"
 
+#include "screens/shell/guide.h"
+
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
@@ -25,6 +29,12 @@ void WindowPresenter::contentAppeared()
     if (std::exchange(m_appeared, true))
         return;
     m_app.refreshEnvironment();
+}
+
+void WindowPresenter::openGuide()
+{
+    if (!showGuide())
+        m_app.showToast(u"The guide is not installed."_s);
 }
 
 void WindowPresenter::chooseView()

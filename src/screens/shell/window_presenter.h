@@ -31,6 +31,8 @@ public:
 
     /// To be called when the window first shows something: looks at the machine again.
     void contentAppeared();
+    /// Shows the user's guide outside the window.
+    Q_INVOKABLE void openGuide();
 
 Q_SIGNALS:
     void viewChanged();

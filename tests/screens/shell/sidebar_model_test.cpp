@@ -64,6 +64,16 @@ private Q_SLOTS:
         }
     }
 
+    void namesTheKeysOfTheFirstNineRows()
+    {
+        const SidebarModel model;
+        const QStringList keys = column(model, SidebarModel::ShortcutRole);
+        QCOMPARE(keys.first(9),
+                 QStringList({u"Ctrl+1"_s, u"Ctrl+2"_s, u"Ctrl+3"_s, u"Ctrl+4"_s, u"Ctrl+5"_s,
+                              u"Ctrl+6"_s, u"Ctrl+7"_s, u"Ctrl+8"_s, u"Ctrl+9"_s}));
+        QCOMPARE(keys.sliced(9).join(QString()), QString());
+    }
+
     void selectsOneRow()
     {
         SidebarModel model;
