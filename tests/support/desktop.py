@@ -40,7 +40,8 @@ KEYS = {
 MODIFIERS = {"shift": 50, "ctrl": 37}
 
 # The accessibility service's numbers.
-STATES = {"CHECKED": 4, "ENABLED": 8, "FOCUSED": 12, "SELECTED": 23, "SHOWING": 25}
+STATES = {"CHECKED": 4, "ENABLED": 8, "FOCUSED": 12, "SELECTED": 23, "SHOWING": 25,
+          "READ_ONLY": 43}
 KEY_PRESS, KEY_RELEASE, KEY_SYMBOL, KEY_TEXT = 0, 1, 3, 4
 ON_SCREEN = 0
 ROOT = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
@@ -276,13 +277,17 @@ class Program:
             raise DesktopError(f"“{item.name}” has gone")
         return place
 
+    def actions(self, item):
+        """The names of what a screen reader can do with an item."""
+        return [action[0]
+                for action in self._desktop.ask_one(item.place, ACTION, "GetActions") or []]
+
     # What a person does.
 
     def press(self, name, role="push button"):
         """As a screen reader presses."""
         item = self.wait_for(name, role)
-        actions = self._desktop.ask_one(item.place, ACTION, "GetActions") or []
-        names = [action[0] for action in actions]
+        names = self.actions(item)
         if "Press" not in names or not self._desktop.ask_one(
                 item.place, ACTION, "DoAction", "(i)", names.index("Press")):
             raise DesktopError(f"“{name}” can't be pressed; it offers {names}")

@@ -24,6 +24,8 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Button
     Accessible.name: button.text
+    // Of a control that is disabled the library tells a screen reader nothing.
+    Accessible.readOnly: !button.enabled
     Accessible.onPressAction: button.press()
     Keys.onReturnPressed: event => event.isAutoRepeat || button.press()
     Keys.onEnterPressed: event => event.isAutoRepeat || button.press()
