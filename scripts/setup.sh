@@ -20,6 +20,7 @@ run=(
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
   qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-dialogs
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window
+  qml6-module-qt-labs-folderlistmodel
   qt6-wayland fonts-inter python3
 )
 test=(

@@ -129,6 +129,22 @@ class MannersTest(unittest.TestCase):
                 program.wait_for("The six dimensions", "heading")
             self.assertEqual(program.output(), "")
 
+    # Questions.
+
+    def test_a_file_is_asked_for_in_a_dialog(self):
+        with self.start_and_scan() as program:
+            program.take_the_keyboard()
+            program.key("ctrl+6")
+            program.wait_for("Missing files", "heading")
+            program.click("Browse…")
+            dialog = wait_until(
+                lambda: next((item for item in program.items() if item.role == "dialog"), None),
+                lambda: f"the dialog; there is {program.output()}{program}")
+            self.assertTrue(dialog.name.startswith("Find "), dialog.name)
+            program.click("Cancel")
+            program.wait_until_gone(dialog.name, "dialog")
+            self.assertEqual(program.output(), "")
+
     # The end.
 
     def test_a_key_quits(self):
