@@ -31,6 +31,13 @@ inline QByteArrayView viewOf(const std::uint8_t *data, std::size_t size)
     return {reinterpret_cast<const char *>(data), qsizetype(size)};
 }
 
+/// Whether a byte-order mark stands anywhere but at the start: Qt's reader of JSON drops it where a
+/// text begins with it.
+inline bool holdsInnerMark(QByteArrayView bytes)
+{
+    return bytes.indexOf(QByteArrayView("\xEF\xBB\xBF"), 1) >= 0;
+}
+
 /// An input that is taken apart piece by piece. Once it is used up it gives zeros and nothing.
 class Pieces
 {

@@ -42,7 +42,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const auto stats = SignalWire::statsIn(body);
     const auto youFeed = SignalWire::youFeedIn(body);
     const auto deleted = SignalWire::deletedIn(body);
-    if (!tracks && !stats && !youFeed && !deleted)
+    if ((!tracks && !stats && !youFeed && !deleted) || holdsInnerMark(body))
         return 0;
     const QJsonObject object = QJsonDocument::fromJson(body.toByteArray()).object();
     if (tracks) {

@@ -172,7 +172,8 @@ BaseAndCut baseAndCut(const QString &title)
     appendLowerCased(text, title);
     const QString &cut = cutOf(text);
     reduceToBase(text);
-    return {QString::fromStdU16String(text), cut};
+    // Not by a conversion, which would take a mark at the start for one of the order of bytes.
+    return {QStringView(text).toString(), cut};
 }
 
 QString capitalised(const QString &text)

@@ -3,6 +3,7 @@
 #include "export/engine_database.h"
 #include "export/tracks_on_disk.h"
 #include "foundation/paths.h"
+#include "foundation/utf8.h"
 #include "platform/files.h"
 #include "platform/files_write.h"
 
@@ -105,7 +106,7 @@ QSet<QString> readPaths(const QString &databasePath)
     QSet<QString> paths;
     while (prepared && sqlite3_step(prepared) == SQLITE_ROW) {
         if (const auto *path = sqlite3_column_text(prepared, 0))
-            paths.insert(QString::fromUtf8(reinterpret_cast<const char *>(path)));
+            paths.insert(decodeUtf8(reinterpret_cast<const char *>(path)));
     }
     return paths;
 }

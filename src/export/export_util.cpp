@@ -2,6 +2,7 @@
 
 #include "export/utf8_text.h"
 #include "foundation/numbers.h"
+#include "foundation/utf8.h"
 
 #include <QStringDecoder>
 
@@ -58,7 +59,7 @@ QString xml(QStringView text)
 {
     Utf8Text out;
     out.addXml(text);
-    return QString::fromUtf8(out.view());
+    return decodeUtf8(out.view());
 }
 
 QString fileUrl(QStringView path)
@@ -94,7 +95,7 @@ QString withoutPercentEncoding(QByteArrayView text)
 {
     const std::optional<QByteArray> bytes = withoutEscapes(text);
     const std::optional<QString> path = bytes ? decoded(*bytes) : std::nullopt;
-    return path ? *path : QString::fromUtf8(text);
+    return path ? *path : decodeUtf8(text);
 }
 
 } // namespace tarnwick::ExportUtil

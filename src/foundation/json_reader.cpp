@@ -1,6 +1,7 @@
 #include "foundation/json_reader.h"
 
 #include "foundation/numbers.h"
+#include "foundation/utf8.h"
 
 #include <charconv>
 #include <cmath>
@@ -267,11 +268,7 @@ bool JsonReader::text(QString &out)
 
 QString JsonReader::toText(QByteArrayView utf8)
 {
-    // The conversion would take a mark at the start for one that tells the encoding.
-    constexpr QByteArrayView mark("\xEF\xBB\xBF");
-    if (!utf8.startsWith(mark))
-        return QString::fromUtf8(utf8);
-    return QChar(QChar::ByteOrderMark) + QString::fromUtf8(utf8.sliced(mark.size()));
+    return decodeUtf8(utf8);
 }
 
 bool JsonReader::unescape(QByteArrayView encoded, QByteArray &out)

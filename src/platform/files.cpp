@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include "foundation/paths.h"
+#include "foundation/utf8.h"
 #include "platform/fault_gate.h"
 #include "platform/file_handle.h"
 #include "platform/system_calls.h"
@@ -142,7 +143,7 @@ Result<QStringList> listFolder(const QString &path)
     QStringList names;
     names.reserve(entries.size());
     for (const QByteArray &entry : entries)
-        names.append(QString::fromUtf8(entry));
+        names.append(decodeUtf8(entry));
     std::sort(names.begin(), names.end());
     return names;
 }

@@ -105,6 +105,8 @@ private Q_SLOTS:
         row("line separator ends the line", u"Song [A]\u2028B", u"song\u2028b", u"Original");
         row("white space of all kinds goes along", u"Song\n\t\u3000(A)", u"song", u"Original");
         row("blanks at the ends go", u"\t Song\u00A0", u"song", u"Original");
+        row("a byte-order mark is a character", u"\uFEFFSong (A)", u"\uFEFFsong", u"Original");
+        row("the wrong way round too", u"\uFFFESong (A)", u"\uFFFEsong", u"Original");
         row("line breaks at the ends stay", u"\nSong\n", u"\nsong\n", u"Original");
     }
 

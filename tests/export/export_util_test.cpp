@@ -40,6 +40,7 @@ void ExportUtilTest::escapesForXml_data()
         << u"\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF"_s
         << u"\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF"_s;
     QTest::newRow("NUL") << QString(QChar::Null) << QString(QChar::Null);
+    QTest::newRow("byte-order mark") << u"\uFEFFa"_s << u"\uFEFFa"_s;
     QTest::newRow("high surrogate alone") << QString(QChar(0xD83C)) + u"a"_s << u"\uFFFDa"_s;
     QTest::newRow("high surrogate at the end") << u"a"_s + QChar(0xD83C) << u"a\uFFFD"_s;
     QTest::newRow("low surrogate alone") << QString(QChar(0xDFA7)) + u"a"_s << u"\uFFFDa"_s;
@@ -90,6 +91,9 @@ void ExportUtilTest::takesPercentEncodingBack_data()
     QTest::newRow("encoded once only") << QByteArray("/%2541") << u"/%41"_s;
     QTest::newRow("lower-case digits") << QByteArray("/%c3%a9") << u"/é"_s;
     QTest::newRow("raw UTF-8") << QByteArray("/é%20") << u"/é "_s;
+    QTest::newRow("byte-order mark") << QByteArray("%EF%BB%BF/a") << u"\uFEFF/a"_s;
+    QTest::newRow("byte-order mark and a bad escape")
+        << QByteArray("\xEF\xBB\xBF/a%") << u"\uFEFF/a%"_s;
     QTest::newRow("NUL") << QByteArray("/%00") << u"/"_s + QChar::Null;
     QTest::newRow("byte-order mark") << QByteArray("%EF%BB%BF/a") << u"\uFEFF/a"_s;
     QTest::newRow("no digits") << QByteArray("/%20%zz") << u"/%20%zz"_s;

@@ -217,10 +217,11 @@ void FilesTest::readsNoFileThatMemoryCannotHold()
 
 void FilesTest::listsAFolderInNameOrder()
 {
-    for (const char *name : {"list/b", "list/.hidden", "list/B", "list/é", "list/a/inside"})
+    for (const char *name :
+         {"list/b", "list/.hidden", "list/B", "list/é", "list/a/inside", "list/\uFEFFmark"})
         put(path(QString::fromUtf8(name)), "");
     QCOMPARE(listFolder(path(u"list"_s)).value(),
-             (QStringList{u".hidden"_s, u"B"_s, u"a"_s, u"b"_s, u"é"_s}));
+             (QStringList{u".hidden"_s, u"B"_s, u"a"_s, u"b"_s, u"é"_s, u"\uFEFFmark"_s}));
     QCOMPARE(listFolder(path(u"folder"_s)).value(), QStringList());
 }
 
