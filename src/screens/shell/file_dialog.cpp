@@ -54,6 +54,8 @@ FileDialog::FileDialog(QQmlEngine &engine, QQuickWindow *window)
 
 void FileDialog::ask(const platform::FileQuestion &question, const platform::FileChosen &chosen)
 {
+    if (m_dialog)
+        return;
     const bool forFolder = question.kind == platform::FileQuestion::Kind::Folder;
     const QString file = forFolder ? u"FolderChooser"_s : u"FileChooser"_s;
     QVariantMap properties = {{u"title"_s, question.message},
@@ -66,6 +68,7 @@ void FileDialog::ask(const platform::FileQuestion &question, const platform::Fil
         qWarning("%s", qPrintable(component.errorString()));
         return;
     }
+    m_dialog = dialog;
     dialog->setParent(this);
     new Answer(dialog, forFolder ? "selectedFolder" : "selectedFile", chosen);
     QMetaObject::invokeMethod(dialog, "open");

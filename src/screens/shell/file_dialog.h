@@ -3,6 +3,7 @@
 #include "platform/file_choice.h"
 
 #include <QObject>
+#include <QPointer>
 
 class QQmlEngine;
 class QQuickWindow;
@@ -10,7 +11,8 @@ class QQuickWindow;
 namespace tarnwick {
 
 /// Answers the questions for a file or a folder by the desktop's dialog, over the window. The
-/// dialog is loaded when it is first asked for.
+/// dialog is loaded when it is asked for. There is one at a time: a question asked over another is
+/// not put.
 class FileDialog : public QObject
 {
     Q_OBJECT
@@ -23,6 +25,7 @@ private:
 
     QQmlEngine &m_engine;
     QQuickWindow *m_window;
+    QPointer<QObject> m_dialog;
     platform::ScopedFileDialog m_guard;
 };
 
