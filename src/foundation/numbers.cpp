@@ -22,6 +22,14 @@ locale_t cLocale()
     return locale;
 }
 
+QByteArray withDecimals(double number, int decimals)
+{
+    char digits[352]; // the largest double has 309 digits ahead of its point
+    const auto written = std::to_chars(std::begin(digits), std::end(digits), number,
+                                       std::chars_format::fixed, decimals);
+    return QByteArray(digits, written.ptr - digits);
+}
+
 bool isDigit(QChar character)
 {
     return character >= u'0' && character <= u'9';
@@ -118,12 +126,19 @@ std::optional<qint64> parseWhole(QStringView text)
     return text.front() == u'-' ? -value : value;
 }
 
+QByteArray oneDecimal(double number)
+{
+    return withDecimals(number, 1);
+}
+
+QByteArray signedOneDecimal(double number)
+{
+    return (std::signbit(number) ? "" : "+") + oneDecimal(number);
+}
+
 QByteArray twoDecimals(double number)
 {
-    char digits[352]; // the largest double has 309 digits ahead of its point
-    const auto written =
-        std::to_chars(std::begin(digits), std::end(digits), number, std::chars_format::fixed, 2);
-    return QByteArray(digits, written.ptr - digits);
+    return withDecimals(number, 2);
 }
 
 } // namespace tarnwick

@@ -26,7 +26,12 @@ std::optional<double> parseTempo(QStringView text);
 /// A whole number: an optional sign and ASCII digits, nothing else, within 64 bits.
 std::optional<qint64> parseWhole(QStringView text);
 
-/// The number as "%.2f" gives it in the C locale, with a point wherever the user may be.
+/// The number as "%.1f" gives it in the C locale, with a point wherever the user may be; a half
+/// goes to the even digit.
+QByteArray oneDecimal(double number);
+/// The same as "%+.1f".
+QByteArray signedOneDecimal(double number);
+/// The same as "%.2f".
 QByteArray twoDecimals(double number);
 
 } // namespace tarnwick

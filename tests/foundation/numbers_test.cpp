@@ -34,6 +34,8 @@ private Q_SLOTS:
     void parsesWholeNumbers();
     void writesTwoDecimals_data();
     void writesTwoDecimals();
+    void writesOneDecimalWithOrWithoutASign_data();
+    void writesOneDecimalWithOrWithoutASign();
     void writesAPointInEveryLocale();
 };
 
@@ -228,9 +230,30 @@ void NumbersTest::writesTwoDecimals()
     QTEST(twoDecimals(number), "text");
 }
 
+void NumbersTest::writesOneDecimalWithOrWithoutASign_data()
+{
+    QTest::addColumn<double>("number");
+    QTest::addColumn<QByteArray>("plain");
+    QTest::addColumn<QByteArray>("withSign");
+    QTest::newRow("nought") << 0.0 << QByteArray("0.0") << QByteArray("+0.0");
+    QTest::newRow("above") << 12.34 << QByteArray("12.3") << QByteArray("+12.3");
+    QTest::newRow("below") << -2.06 << QByteArray("-2.1") << QByteArray("-2.1");
+    QTest::newRow("nought from below") << -0.04 << QByteArray("-0.0") << QByteArray("-0.0");
+    QTest::newRow("a half, to even") << 2.25 << QByteArray("2.2") << QByteArray("+2.2");
+    QTest::newRow("above a half") << 0.75 << QByteArray("0.8") << QByteArray("+0.8");
+}
+
+void NumbersTest::writesOneDecimalWithOrWithoutASign()
+{
+    QFETCH(double, number);
+    QTEST(oneDecimal(number), "plain");
+    QTEST(signedOneDecimal(number), "withSign");
+}
+
 void NumbersTest::writesAPointInEveryLocale()
 {
     const ScopedCommaLocale locale;
+    QCOMPARE(oneDecimal(174.5), QByteArray("174.5"));
     QCOMPARE(twoDecimals(174.5), QByteArray("174.50"));
 }
 
