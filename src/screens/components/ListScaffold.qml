@@ -12,6 +12,8 @@ FocusScope {
     required property string title
     property string subtitle
     property real padding: 26
+    /// Room between the content and the first row; none where both are pieces of one card.
+    property real rowsGap: 18
     property alias model: rows.model
     property alias delegate: rows.delegate
     readonly property alias list: rows
@@ -57,7 +59,7 @@ FocusScope {
 
         header: Item {
             width: rows.width // qmllint disable unqualified
-            height: head.implicitHeight + scaffold.padding + 18 // qmllint disable unqualified
+            height: head.implicitHeight + scaffold.padding + scaffold.rowsGap // qmllint disable unqualified
         }
         footer: Item {
             width: rows.width // qmllint disable unqualified
@@ -84,6 +86,17 @@ FocusScope {
         id: keys
 
         list: rows
+    }
+
+    // As many rows may go as come, and a row that stays may lose the control with the keyboard.
+    Connections {
+        target: rows.model
+        function onRowsRemoved() {
+            keys.rowsChanged();
+        }
+        function onDataChanged() {
+            keys.rowsChanged();
+        }
     }
 
     FocusRing {

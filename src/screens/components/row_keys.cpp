@@ -234,12 +234,17 @@ void RowKeys::rowsChanged()
 
 void RowKeys::takeUp()
 {
+    if (!m_list)
+        return;
+    // Where as many rows come as go, the view has yet to see it.
+    QMetaObject::invokeMethod(m_list, "forceLayout");
     QQuickItem *focused = window() ? window()->activeFocusItem() : nullptr;
-    if (!focused || !m_list || count() == 0)
+    if (!focused || count() == 0)
         return;
     QQuickItem *row = rowOf(focused);
-    // The list gives the keyboard to its current row as a whole, which can't be pressed.
-    const bool lost = focused == m_list || focused == row ||
+    // The list gives the keyboard to its current row as a whole, which can't be pressed; and a
+    // control keeps it where it is no longer shown.
+    const bool lost = focused == m_list || focused == row || (row && !focused->isVisible()) ||
                       (row && row != m_list->property("currentItem").value<QQuickItem *>());
     if (!lost)
         return;
@@ -247,7 +252,8 @@ void RowKeys::takeUp()
     int next = actingRow(current, 1);
     if (next < 0)
         next = actingRow(current, -1);
-    focusControl(next, m_lastControl, m_lastReason);
+    if (!focusControl(next, m_lastControl, m_lastReason))
+        leave(false);
 }
 
 void RowKeys::itemChange(ItemChange change, const ItemChangeData &value)

@@ -14,7 +14,8 @@ namespace tarnwick {
 ///    to the same control of the row; without a control in a row they scroll.
 /// 2. A view makes and reuses its rows as it needs them, in any order. So their controls must be no
 ///    stops of Tab themselves (`activeFocusOnTab: false`); the order is kept here.
-/// 3. Where the row that has the keyboard goes away, the row that takes its place gets it.
+/// 3. Where the row that has the keyboard goes away, the row that takes its place gets it; where
+///    only its control goes, the next row that has one.
 ///
 /// A model with a role "acts" says by it which rows have controls; else all are taken to have some.
 class RowKeys : public QQuickItem
@@ -35,7 +36,7 @@ public:
     Q_INVOKABLE bool press(int key);
     /// Scrolls by the keys of a page; false for all other keys.
     Q_INVOKABLE bool scroll(int key);
-    /// To be called when rows have come or gone.
+    /// To be called when rows have come or gone, or read otherwise than before.
     Q_INVOKABLE void rowsChanged();
 
 protected:

@@ -12,6 +12,8 @@ namespace {
 constexpr auto longList = R"(
 FocusScope {
     property alias rows: entries
+    function replace(row) { entries.remove(row); entries.append({"name": 40, "acts": true}) }
+    function setActs(row, acts) { entries.setProperty(row, "acts", acts) }
     GhostButton { title: "Before" }
     ListModel {
         id: entries
@@ -111,6 +113,32 @@ private Q_SLOTS:
         QTRY_COMPARE(focused(), u"A38"_s);
     }
 
+    void theNextRowTakesTheKeyboardAlsoWhereAnotherRowComes()
+    {
+        reach(u"A1"_s);
+        QMetaObject::invokeMethod(m_scene->root(), "replace", Q_ARG(QVariant, 1));
+        QTRY_COMPARE(focused(), u"A2"_s);
+    }
+
+    void theNextRowTakesTheKeyboardOfAControlThatGoes()
+    {
+        reach(u"B1"_s);
+        setActs(1, false);
+        QTRY_COMPARE(focused(), u"B2"_s);
+        QVERIFY(showsFocusRing(m_scene->window()->activeFocusItem()));
+        setActs(2, false);
+        QTRY_COMPARE(focused(), u"B4"_s);
+    }
+
+    void theKeyboardLeavesRowsOfWhichNoneActs()
+    {
+        reach(u"A0"_s);
+        for (int row = 0; row < 40; ++row)
+            setActs(row, false);
+        QTRY_COMPARE(focused(), u"Head"_s);
+        QVERIFY(showsFocusRing(m_scene->window()->activeFocusItem()));
+    }
+
     void aControlOfTheHeaderKeepsTheKeyboardWhereRowsGo()
     {
         reach(u"Head"_s);
@@ -145,6 +173,11 @@ private Q_SLOTS:
 
 private:
     QString focused() const { return accessibleName(m_scene->window()->activeFocusItem()); }
+    void setActs(int row, bool acts)
+    {
+        QMetaObject::invokeMethod(m_scene->root(), "setActs", Q_ARG(QVariant, row),
+                                  Q_ARG(QVariant, acts));
+    }
     QString after(Qt::Key key)
     {
         QTest::keyClick(m_scene->window(), key,
