@@ -48,9 +48,7 @@ std::vector<ScannedTrack> Derived::missingTracks() const
 
 std::vector<ScannedTrack> Derived::untaggedTracks() const
 {
-    return tracksWhere(*m_result, [](const ScannedTrack &scanned) {
-        return scanned.existsOnDisk && !scanned.track.hasGenre();
-    });
+    return tracksWhere(*m_result, [](const ScannedTrack &scanned) { return scanned.isUntagged(); });
 }
 
 const Dimension &Derived::worst() const

@@ -15,6 +15,10 @@ struct GenreSuggestion
     QString genre;      ///< in the spelling that occurs most
     int confidence = 0; ///< whole per cent of the artist's tagged tracks, 0 to 100, cut off
 
+    /// From this confidence on, in per cent, a suggestion is taken without being looked at.
+    static constexpr int sureConfidence = 95;
+    bool isSure() const { return confidence >= sureConfidence; }
+
     bool operator==(const GenreSuggestion &) const = default;
 };
 

@@ -5,14 +5,10 @@
 
 namespace tarnwick {
 
-namespace {
-
 bool countsForLoudness(const ScannedTrack &scanned)
 {
     return scanned.existsOnDisk && scanned.autogain;
 }
-
-} // namespace
 
 std::vector<ScannedTrack> tracksWithGain(const std::vector<ScannedTrack> &tracks)
 {

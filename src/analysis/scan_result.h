@@ -26,6 +26,8 @@ struct ScannedTrack
     QUuid id() const { return track.id; }
     /// Serato's own flag counts even where the file is there.
     bool isMissing() const { return !existsOnDisk || track.flaggedMissing; }
+    /// A track that isn't there has nothing to be tagged.
+    bool isUntagged() const { return existsOnDisk && !track.hasGenre(); }
 
     bool operator==(const ScannedTrack &) const = default;
 };

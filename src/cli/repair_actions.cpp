@@ -7,7 +7,7 @@
 #include "platform/files.h"
 #include "screens/fix_queue/fix_actions.h"
 #include "screens/loudness/loudness_figures.h"
-#include "screens/track_id/track_id_figures.h"
+#include "screens/track_id/track_id_actions.h"
 
 #include <QRegularExpression>
 
@@ -57,7 +57,7 @@ Status normalizeOutliers(Session &session)
 {
     const auto derived = session.app().derived();
     const auto items = LoudnessFigures::levelling(
-        *derived, LoudnessFigures::outliers(*derived, LoudnessFigures::tracks(*derived)));
+        *derived, LoudnessFigures::outliers(LoudnessFigures::tracks(*derived)));
     if (!items.empty())
         session.app().normalizeAllLoudness(items);
     return session.reportToasts();
@@ -144,10 +144,7 @@ Status runSetGenre(Session &session)
 
 Status runTagReady(Session &session)
 {
-    const auto suggestions = TrackIdFigures::suggestions(*session.app().derived());
-    const AppState::Gathering gathering(session.app());
-    for (const auto &batch : TrackIdFigures::batches(TrackIdFigures::ready(suggestions)))
-        session.app().setGenreBatch(batch.tracks, batch.genre);
+    TrackIdActions::tagAllReady(session.app());
     return session.reportToasts();
 }
 

@@ -21,6 +21,7 @@ namespace {
 
 using FixQueueFigures::FilterInfo;
 using FixQueueFigures::Issue;
+using LoudnessFigures::Standing;
 
 void writeBars(Output &out, QStringView name, QStringView labelName,
                const QList<HealthFigures::Bar> &bars)
@@ -148,46 +149,54 @@ void printVersions(Output &out, const std::vector<VersionGroup> &groups)
     out.tellRest(qsizetype(groups.size()));
 }
 
+QString pathOf(const Derived &derived, size_t index)
+{
+    return derived.result().tracks[index].track.relativePath;
+}
+
 void writeGenres(Output &out, const Derived &derived)
 {
-    QStringList untagged;
-    for (const ScannedTrack &scanned : derived.untaggedTracks())
-        untagged.append(scanned.track.relativePath);
+    const auto untagged = TrackIdFigures::untagged(derived);
+    QStringList paths;
+    for (const TrackIdFigures::Untagged &one : untagged)
+        paths.append(pathOf(derived, one.index));
     out.json().beginObject();
-    writeTexts(out.json(), u"untagged", untagged);
-    writeObjects(out, u"suggestions", TrackIdFigures::suggestions(derived),
-                 [](JsonWriter &json, const TrackIdFigures::Suggestion &suggestion) {
-                     json.member(u"path", suggestion.track.track.relativePath);
-                     json.member(u"genre", suggestion.genre);
-                     json.member(u"confidence", suggestion.confidence);
+    writeTexts(out.json(), u"untagged", paths);
+    writeObjects(out, u"suggestions", TrackIdFigures::suggestions(untagged),
+                 [&](JsonWriter &json, const TrackIdFigures::Untagged &one) {
+                     json.member(u"path", pathOf(derived, one.index));
+                     json.member(u"genre", one.suggestion->genre);
+                     json.member(u"confidence", one.suggestion->confidence);
                  });
     out.json().endObject();
 }
 
 void printGenres(Output &out, const Derived &derived)
 {
-    const auto suggestions = TrackIdFigures::suggestions(derived);
-    out.line(u"%1 tracks without a genre, %2 with a suggestion, %3 of them sure"_s
-                 .arg(derived.untaggedTracks().size())
-                 .arg(suggestions.size())
-                 .arg(TrackIdFigures::ready(suggestions).size()));
+    const auto untagged = TrackIdFigures::untagged(derived);
+    const auto suggestions = TrackIdFigures::suggestions(untagged);
+    out.line(
+        u"%1 tracks without a genre, %2 with a suggestion, %3 of them sure"_s.arg(untagged.size())
+            .arg(suggestions.size())
+            .arg(TrackIdFigures::ready(suggestions).size()));
     TextTable table;
     table.alignRight(0);
-    for (const TrackIdFigures::Suggestion &suggestion : suggestions)
-        table.addRow({u"%1%"_s.arg(suggestion.confidence), suggestion.genre,
-                      suggestion.track.track.relativePath});
+    for (const TrackIdFigures::Untagged &one : suggestions)
+        table.addRow({u"%1%"_s.arg(one.suggestion->confidence), one.suggestion->genre,
+                      pathOf(derived, one.index)});
     out.list(table);
 }
 
 void writeLoudness(Output &out, const Derived &derived)
 {
-    const std::vector<ScannedTrack> tracks = LoudnessFigures::tracks(derived);
+    const auto tracks = LoudnessFigures::tracks(derived);
     QStringList outliers;
-    for (const ScannedTrack &scanned : LoudnessFigures::outliers(derived, tracks))
-        outliers.append(scanned.track.relativePath);
+    for (const Standing &one : LoudnessFigures::outliers(tracks))
+        outliers.append(pathOf(derived, one.index));
     out.json().beginObject();
     out.json().member(u"avgAutogain", derived.avgAutogain());
-    writeObjects(out, u"tracks", tracks, [&](JsonWriter &json, const ScannedTrack &scanned) {
+    writeObjects(out, u"tracks", tracks, [&](JsonWriter &json, const Standing &one) {
+        const ScannedTrack &scanned = derived.result().tracks[one.index];
         json.member(u"path", scanned.track.relativePath);
         json.member(u"autogain", scanned.autogain);
         json.member(u"deviation", derived.loudnessDeviation(scanned));
@@ -198,22 +207,19 @@ void writeLoudness(Output &out, const Derived &derived)
     out.json().endObject();
 }
 
-QString decibels(double value)
-{
-    return QString::asprintf("%+.1f dB", value);
-}
-
 void printLoudness(Output &out, const Derived &derived)
 {
-    const std::vector<ScannedTrack> tracks = LoudnessFigures::tracks(derived);
+    const auto tracks = LoudnessFigures::tracks(derived);
     out.line(u"%1 tracks analysed, average autogain %2, %3 off by 1.5 dB or more"_s.arg(
-        QString::number(tracks.size()), QString::asprintf("%.1f dB", derived.avgAutogain()),
-        QString::number(LoudnessFigures::outliers(derived, tracks).size())));
+        QString::number(tracks.size()), LoudnessFigures::averageText(derived),
+        QString::number(LoudnessFigures::outliers(tracks).size())));
     TextTable table;
     table.alignRight(0);
-    for (const ScannedTrack &scanned : tracks)
-        table.addRow({decibels(derived.loudnessDeviation(scanned).value_or(0)),
-                      scanned.hasReplayGain ? u"tagged"_s : u""_s, scanned.track.relativePath});
+    for (const Standing &one : tracks) {
+        const bool tagged = derived.result().tracks[one.index].hasReplayGain;
+        table.addRow({LoudnessFigures::deviationText(one.deviation), tagged ? u"tagged"_s : u""_s,
+                      pathOf(derived, one.index)});
+    }
     out.list(table);
 }
 

@@ -107,18 +107,18 @@ void DemoLibraryRepairTest::resolveAllDuplicates()
 
 void DemoLibraryRepairTest::tagAllThatIsSure()
 {
-    const auto sure = TrackIdFigures::ready(TrackIdFigures::suggestions(*app().derived()));
+    const auto sure = TrackIdFigures::batches(*app().derived());
     QVERIFY(!sure.empty());
-    for (const auto &batch : TrackIdFigures::batches(sure))
+    for (const auto &batch : sure)
         app().setGenreBatch(batch.tracks, batch.genre);
-    QVERIFY(TrackIdFigures::ready(TrackIdFigures::suggestions(*app().derived())).empty());
+    QVERIFY(TrackIdFigures::batches(*app().derived()).empty());
 }
 
 void DemoLibraryRepairTest::levelAllOutliers()
 {
     const auto derived = app().derived();
     const auto items = LoudnessFigures::levelling(
-        *derived, LoudnessFigures::outliers(*derived, LoudnessFigures::tracks(*derived)));
+        *derived, LoudnessFigures::outliers(LoudnessFigures::tracks(*derived)));
     QVERIFY(!items.empty());
     const auto entries = app().changeLog().entries().size();
     app().normalizeAllLoudness(items);

@@ -11,8 +11,6 @@ namespace tarnwick::FixQueueFigures {
 
 namespace {
 
-constexpr int sureConfidence = 95; ///< per cent
-
 // The sources are gone through in the order of their severity.
 constexpr int missingSeverity = 100;
 constexpr int duplicateSeverity = 60;
@@ -33,10 +31,10 @@ void addTags(std::vector<Issue> &issues, const Derived &derived)
     const std::vector<ScannedTrack> &tracks = derived.result().tracks;
     std::vector<Issue> open;
     for (size_t i = 0; i < tracks.size(); ++i) {
-        if (!tracks[i].existsOnDisk || tracks[i].track.hasGenre())
+        if (!tracks[i].isUntagged())
             continue;
         const auto suggestion = derived.genreSuggestion(tracks[i]);
-        if (suggestion && suggestion->confidence >= sureConfidence)
+        if (suggestion && suggestion->isSure())
             issues.push_back({Kind::Tag, sureTagSeverity, true, i, suggestion});
         else
             open.push_back({Kind::Tag, openTagSeverity, false, i});

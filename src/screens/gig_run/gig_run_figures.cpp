@@ -39,9 +39,9 @@ qsizetype withoutGrid(const ScanResult &result)
         });
 }
 
-std::vector<ScannedTrack> uneven(const Derived &derived)
+std::vector<LoudnessFigures::Standing> uneven(const Derived &derived)
 {
-    return LoudnessFigures::outliers(derived, derived.tracksWithGain());
+    return LoudnessFigures::outliers(LoudnessFigures::tracksInLibraryOrder(derived));
 }
 
 QString lengthText(qint64 seconds)

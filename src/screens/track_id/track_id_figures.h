@@ -7,24 +7,29 @@
 /// Genres that could be filled in.
 namespace tarnwick::TrackIdFigures {
 
-/// From this confidence on, in per cent, a suggestion is taken without being looked at.
-inline constexpr int readyConfidence = 95;
+/// So many rows are shown; the others are only counted.
+inline constexpr size_t mostRows = 60;
 
-/// A track without a genre, with what its artist suggests.
-struct Suggestion
+/// A track on disk without a genre, with what its artist suggests.
+struct Untagged
 {
-    ScannedTrack track;
-    QString genre;
-    int confidence = 0; ///< per cent
+    size_t index = 0; ///< of the track in the result
+    std::optional<GenreSuggestion> suggestion;
 
-    bool operator==(const Suggestion &) const = default;
+    /// Whether the suggestion is sure enough for a batch.
+    bool isReady() const { return suggestion && suggestion->isSure(); }
+
+    bool operator==(const Untagged &) const = default;
 };
 
-/// For those of the untagged tracks for which there is one, in library order.
-std::vector<Suggestion> suggestions(const Derived &derived);
+/// In library order.
+std::vector<Untagged> untagged(const Derived &derived);
 
-/// Those that are sure enough for a batch.
-std::vector<Suggestion> ready(const std::vector<Suggestion> &suggestions);
+/// Those for which there is a suggestion.
+std::vector<Untagged> suggestions(const std::vector<Untagged> &untagged);
+
+/// Those that are ready.
+std::vector<Untagged> ready(const std::vector<Untagged> &untagged);
 
 /// Tracks that get one genre.
 struct Batch
@@ -33,7 +38,7 @@ struct Batch
     std::vector<ScannedTrack> tracks;
 };
 
-/// One for each genre, the one met first ahead.
-std::vector<Batch> batches(const std::vector<Suggestion> &suggestions);
+/// One for each genre of those that are ready, the one met first ahead.
+std::vector<Batch> batches(const Derived &derived);
 
 } // namespace tarnwick::TrackIdFigures
