@@ -1,6 +1,11 @@
 #pragma once
 
+#include "screens/shell/views.h"
 #include "support/window_fixture.h"
+
+#include <QQmlEngine>
+
+#include <algorithm>
 
 namespace tarnwick::testing {
 
@@ -68,6 +73,24 @@ public:
         return drawn.wait(5000);
     }
 
+    /// The screen itself, without what stands around it.
+    QQuickItem *view() { return viewBelow(content()); }
+
+    /// Whether the view of a screen comes up and shows nothing, as it does without a library.
+    bool isEmptyView(Screen screen, QObject *screenPresenter) const
+    {
+        QQmlComponent component(qmlEngine(window()), sourceOf({ViewKey::Kind::Screen, screen}));
+        const std::unique_ptr<QObject> made(component.createWithInitialProperties(
+            {{QStringLiteral("presenter"), QVariant::fromValue(screenPresenter)}}));
+        const auto *view = qobject_cast<QQuickItem *>(made.get());
+        if (!view)
+            return false;
+        const QList<QQuickItem *> parts = view->childItems();
+        return !parts.isEmpty() &&
+               std::none_of(parts.begin(), parts.end(),
+                            [](const QQuickItem *part) { return part->isVisible(); });
+    }
+
     /// The texts from a heading on.
     QStringList textsFrom(const QString &first) const
     {
@@ -78,6 +101,17 @@ public:
     bool shows(const QString &words) const { return texts().contains(words); }
 
 private:
+    QQuickItem *viewBelow(QQuickItem *item)
+    {
+        if (item->property("presenter").value<QObject *>() == presenter().viewPresenter())
+            return item;
+        for (QQuickItem *child : item->childItems()) {
+            if (QQuickItem *found = viewBelow(child))
+                return found;
+        }
+        return nullptr;
+    }
+
     void addRecord(const QString &path, const QByteArrayList &moreFields)
     {
         m_records.append(trackRecord(QByteArrayList{textRecord("pfil", path)} + moreFields));

@@ -5,6 +5,7 @@
 #include "screens/export/export_presenter.h"
 #include "screens/fix_queue/fix_queue_presenter.h"
 #include "screens/health/health_presenter.h"
+#include "screens/loudness/loudness_presenter.h"
 #include "screens/missing/missing_presenter.h"
 #include "screens/safety/change_log_presenter.h"
 #include "screens/safety/library_safety_presenter.h"
@@ -12,6 +13,7 @@
 #include "screens/shell/coming_soon_presenter.h"
 #include "screens/shell/first_run_presenter.h"
 #include "screens/shell/scanning_presenter.h"
+#include "screens/track_id/track_id_presenter.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,6 +45,8 @@ const ScreenView *viewOf(Screen screen)
         {Screen::Missing, u"MissingFilesScreen"_s, make<MissingPresenter>},
         {Screen::Duplicates, u"DuplicatesScreen"_s, make<DuplicatesPresenter>},
         {Screen::Cues, u"CuesGridsScreen"_s, make<CuesPresenter>},
+        {Screen::TrackId, u"TrackIDScreen"_s, make<TrackIdPresenter>},
+        {Screen::Loudness, u"LoudnessScreen"_s, make<LoudnessPresenter>},
         {Screen::ChangeLog, u"ChangeLogScreen"_s, make<ChangeLogPresenter>},
         {Screen::Export, u"ExportScreen"_s, make<ExportPresenter>},
     };

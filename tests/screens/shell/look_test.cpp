@@ -1,5 +1,6 @@
 // Sizes, places and colours of the window as a whole. Those of its parts have tests of their own.
 
+#include "support/screen_look.h"
 #include "support/window_fixture.h"
 
 #include <QQuickItem>
@@ -20,39 +21,12 @@ QColor faded(QColor color, float opacity)
     return color;
 }
 
-QString colorOf(const QQuickItem *item)
-{
-    return item->property("color").value<QColor>().name(QColor::HexArgb);
-}
-
 /// All that is visible of this size and colour, in drawing order.
 QList<QQuickItem *> shapes(QQuickItem *root, const QSizeF &size, const QColor &color)
 {
-    QList<QQuickItem *> found;
-    if (!root->isVisible())
-        return found;
-    if (root->size() == size && colorOf(root) == color.name(QColor::HexArgb))
-        found += root;
-    for (QQuickItem *child : root->childItems())
-        found += shapes(child, size, color);
-    return found;
-}
-
-/// The first item below that draws this symbol.
-QQuickItem *iconOf(QQuickItem *root, const QString &symbol)
-{
-    if (root->property("symbol").toString() == symbol && root->property("density").isValid())
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = iconOf(child, symbol))
-            return found;
-    }
-    return nullptr;
-}
-
-QRectF placeOf(const QQuickItem *item)
-{
-    return item->mapRectToScene(item->boundingRect());
+    return itemsWhere(root, [&](const QQuickItem *item) {
+        return item->size() == size && colorOf(item) == color.name(QColor::HexArgb);
+    });
 }
 
 } // namespace
