@@ -49,23 +49,24 @@ QString displayName(const SeratoTrack &first)
     return artist.isEmpty() ? title : artist + u" — "_s + capitalised(baseAndCut(title).base);
 }
 
-VersionGroup makeGroup(const std::vector<ScannedTrack> &tracks,
-                       const std::vector<const QString *> &cuts, Members members)
+VersionPlaces makePlaces(const std::vector<ScannedTrack> &tracks,
+                         const std::vector<const QString *> &cuts, Members members)
 {
-    std::vector<int> order(members.begin(), members.end());
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-        return tracks[size_t(a)].track.playCount > tracks[size_t(b)].track.playCount;
-    });
-    VersionGroup group{freshIdentity(), displayName(tracks[size_t(members.front())].track), {}};
-    group.members.reserve(order.size());
-    for (const int member : order)
-        group.members.push_back({tracks[size_t(member)], *cuts[size_t(member)]});
-    return group;
+    VersionPlaces song{.cuts = {}, .first = members.front()};
+    song.cuts.reserve(members.size());
+    for (const int member : members)
+        song.cuts.push_back({member, cuts[size_t(member)]});
+    const auto plays = [&](const VersionPlaces::Cut &cut) {
+        return tracks[size_t(cut.place)].track.playCount;
+    };
+    std::stable_sort(song.cuts.begin(), song.cuts.end(),
+                     [&](const auto &a, const auto &b) { return plays(a) > plays(b); });
+    return song;
 }
 
 } // namespace
 
-std::vector<VersionGroup> versionGroupsOf(const std::vector<ScannedTrack> &tracks)
+std::vector<VersionPlaces> versionPlacesOf(const std::vector<ScannedTrack> &tracks)
 {
     KeyGroups sameBase(tracks.size());
     std::vector<const QString *> cuts(tracks.size());
@@ -75,14 +76,30 @@ std::vector<VersionGroup> versionGroupsOf(const std::vector<ScannedTrack> &track
         if (cuts[i])
             sameBase.add(key, int(i));
     }
-    std::vector<VersionGroup> groups;
+    std::vector<VersionPlaces> songs;
     for (const KeyGroups::Group &found : sameBase.groups()) {
         if (haveTwoTitles(tracks, found.entries))
-            groups.push_back(makeGroup(tracks, cuts, found.entries));
+            songs.push_back(makePlaces(tracks, cuts, found.entries));
     }
-    std::stable_sort(groups.begin(), groups.end(), [](const auto &a, const auto &b) {
-        return a.members.size() > b.members.size();
-    });
+    std::stable_sort(songs.begin(), songs.end(),
+                     [](const auto &a, const auto &b) { return a.cuts.size() > b.cuts.size(); });
+    return songs;
+}
+
+VersionGroup versionGroupAt(const std::vector<ScannedTrack> &tracks, const VersionPlaces &song)
+{
+    VersionGroup group{freshIdentity(), displayName(tracks[size_t(song.first)].track), {}};
+    group.members.reserve(song.cuts.size());
+    for (const VersionPlaces::Cut &cut : song.cuts)
+        group.members.push_back({tracks[size_t(cut.place)], *cut.label});
+    return group;
+}
+
+std::vector<VersionGroup> versionGroupsOf(const std::vector<ScannedTrack> &tracks)
+{
+    std::vector<VersionGroup> groups;
+    for (const VersionPlaces &song : versionPlacesOf(tracks))
+        groups.push_back(versionGroupAt(tracks, song));
     return groups;
 }
 

@@ -122,7 +122,8 @@ void AppState::setBusy(const std::optional<QString> &label)
 void AppState::libraryHasChanged(std::shared_ptr<const Derived> derived)
 {
     m_derived = std::move(derived);
-    dropHygiene();
+    m_hygiene.drop();
+    m_versions.drop();
     m_trackMap.reset();
     m_lanes.reset();
     m_ownedKeys.reset();

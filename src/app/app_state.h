@@ -119,6 +119,17 @@ public:
     /// What could be tidied about crates and genres; null before the first scan. Kept until the
     /// library or the crates change, with ids that last no longer.
     std::shared_ptr<const CrateHygiene> hygiene() const;
+    /// The songs of the present library in more than one cut, by the places of their tracks in
+    /// `result`; null before the first scan. Kept until the library changes.
+    std::shared_ptr<const std::vector<VersionPlaces>> versions() const;
+    /// Whether hygiene and versions are there already: on a large library either takes longer to
+    /// work out than a view may take to open.
+    bool hasHygiene() const { return bool(m_hygiene.value); }
+    bool hasVersions() const { return bool(m_versions.value); }
+    /// Work them out in the background, where there is a library and they aren't there yet;
+    /// `figuresPrepared` tells, also where the library has changed meanwhile.
+    void prepareHygiene();
+    void prepareVersions();
     /// The present library's tracks by path; empty before the first scan. Good until the library
     /// changes.
     const TrackMap &trackMap() const;
@@ -216,6 +227,7 @@ Q_SIGNALS:
     void locationsChanged();
     void libraryChanged(); ///< the scan result, or what the figures leave out of it
     void cratesChanged();
+    void figuresPrepared(); ///< hygiene or versions have come from the background
     void selectionChanged();
     void seratoRunningChanged();
     void toastChanged();
@@ -260,6 +272,19 @@ private:
     /// The scan result for a change, apart from what others still hold of it.
     ScanResult &changedResult();
 
+    /// A figure that is kept until what it rests on changes.
+    template <typename T>
+    struct Kept
+    {
+        std::shared_ptr<const T> value;
+        int drops = 0;         ///< tells one that was worked out too early
+        bool underWay = false; ///< being worked out in the background, from what is so now
+
+        void drop() { *this = Kept{.value = nullptr, .drops = drops + 1}; }
+    };
+    template <typename T, typename Work>
+    void prepare(Kept<T> AppState::*figure, Work work);
+
     void endGathering();
 
     void setPhase(Phase phase);
@@ -268,9 +293,6 @@ private:
     /// figures, where they are known already.
     void libraryHasChanged(std::shared_ptr<const Derived> derived = nullptr);
     void setCrates(const QList<LoadedCrate> &crates);
-    void dropHygiene();
-    /// Works the hygiene out in the background, ahead of its first reader.
-    void prepareHygiene();
     /// Reads the present library's crates again; nothing before the first scan.
     void reloadCrates();
     /// Brings what the views see of the stores up to date.
@@ -335,8 +357,8 @@ private:
     bool m_safetyToSync = false;
 
     mutable std::shared_ptr<const Derived> m_derived;
-    mutable std::shared_ptr<const CrateHygiene> m_hygiene;
-    int m_hygieneDrops = 0; ///< tells one that was worked out too early
+    mutable Kept<CrateHygiene> m_hygiene;
+    mutable Kept<std::vector<VersionPlaces>> m_versions;
     mutable std::optional<TrackMap> m_trackMap;
     mutable std::optional<QStringList> m_lanes;
     mutable std::optional<QSet<QString>> m_ownedKeys;

@@ -5,13 +5,6 @@
 
 namespace tarnwick {
 
-std::shared_ptr<const CrateHygiene> AppState::hygiene() const
-{
-    if (m_result && !m_hygiene)
-        m_hygiene = std::make_shared<CrateHygiene>(m_crates, m_result->tracks);
-    return m_hygiene;
-}
-
 const TrackMap &AppState::trackMap() const
 {
     if (!m_trackMap)
@@ -27,27 +20,8 @@ std::vector<ScannedTrack> AppState::tracksInCrates(const QSet<QString> &names) c
 void AppState::setCrates(const QList<LoadedCrate> &crates)
 {
     m_crates = crates;
-    dropHygiene();
+    m_hygiene.drop();
     Q_EMIT cratesChanged();
-}
-
-void AppState::dropHygiene()
-{
-    m_hygiene.reset();
-    ++m_hygieneDrops;
-}
-
-void AppState::prepareHygiene()
-{
-    runInBackground(
-        platform::Priority::Utility,
-        [crates = m_crates, result = std::shared_ptr<const ScanResult>(m_result)] {
-            return std::make_shared<const CrateHygiene>(crates, result->tracks);
-        },
-        [this, drops = m_hygieneDrops](const std::shared_ptr<const CrateHygiene> &hygiene) {
-            if (drops == m_hygieneDrops && !m_hygiene)
-                m_hygiene = hygiene;
-        });
 }
 
 void AppState::reloadCrates()

@@ -71,7 +71,6 @@ void AppState::finishScan(FinishedScan scan)
         reloadCrates();
     captureCueVault();
     loadPlayedKeys();
-    prepareHygiene();
     applyEnvironmentAfterScan();
     Q_EMIT scanFinished();
 }

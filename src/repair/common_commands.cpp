@@ -31,7 +31,8 @@ ScanResult &AppState::changedResult()
 {
     // Figures share the result: without them it may be this object's alone.
     m_derived.reset();
-    m_hygiene.reset();
+    m_hygiene.drop();
+    m_versions.drop();
     m_trackMap.reset();
     if (m_result.use_count() > 1)
         m_result = std::make_shared<ScanResult>(*m_result);

@@ -192,6 +192,24 @@ private Q_SLOTS:
         QVERIFY(id != versionGroupsOf(tracks).at(0).id);
     }
 
+    void placesLeadToTheTracksOfTheGroups()
+    {
+        const std::vector<ScannedTrack> tracks = {onDisk(u"A"_s, u"other"_s),
+                                                  onDisk(u"A"_s, u"x (Dub)"_s),
+                                                  onDisk(u"A"_s, u"x"_s).plays(3)};
+        const std::vector<VersionPlaces> songs = versionPlacesOf(tracks);
+        QCOMPARE(songs.size(), size_t(1));
+        QCOMPARE(songs[0].first, 1);
+        QCOMPARE(songs[0].cuts.size(), size_t(2));
+        QCOMPARE(songs[0].cuts[0].place, 2);
+        QCOMPARE(*songs[0].cuts[0].label, u"Original"_s);
+        QCOMPARE(songs[0].cuts[1].place, 1);
+        QCOMPARE(*songs[0].cuts[1].label, u"Dub"_s);
+        const VersionGroup group = versionGroupAt(tracks, songs[0]);
+        QVERIFY(outlines({group}) == outlines(versionGroupsOf(tracks)));
+        QVERIFY(group.id != versionGroupAt(tracks, songs[0]).id);
+    }
+
     void agreesWithTheRuleWordByWord()
     {
         size_t groups = 0;

@@ -47,7 +47,6 @@ private Q_SLOTS:
         writeCrate(u"Mix"_s, {u"a.mp3"_s});
         const AppState &app = m_fixture->launch(AppState::Environment::Ignored);
         QVERIFY(app.crates().isEmpty());
-        QVERIFY(!app.hygiene());
         QVERIFY(app.trackMap().isEmpty());
         QVERIFY(app.tracksInCrates({u"Mix"_s}).empty());
     }
@@ -117,42 +116,6 @@ private Q_SLOTS:
         app.rescan();
         QVERIFY(m_fixture->waitUntilIdle());
         QCOMPARE(told, QStringList({u"selection"_s, u"1 crates, 1 task"_s, u"end"_s}));
-    }
-
-    void hygieneIsKeptUntilTheLibraryOrTheCratesChange()
-    {
-        m_fixture->writeHomeDatabase({track(m_fixture->writeAudio(u"a.mp3"_s))});
-        AppState &app = m_fixture->launchAndScan();
-        const auto before = app.hygiene();
-        QCOMPARE(before->orphanCount, 1);
-        QCOMPARE(app.hygiene(), before);
-        writeCrate(u"Mix"_s, {m_fixture->home(u"a.mp3"_s)});
-        app.rescan();
-        QVERIFY(m_fixture->waitUntilIdle());
-        QVERIFY(app.hygiene() != before);
-        QCOMPARE(app.hygiene()->orphanCount, 0);
-        // What was taken earlier stands for its reader.
-        QCOMPARE(before->orphanCount, 1);
-    }
-
-    /// A view that reads the figures at either signal must not be left with those in between.
-    void hygieneReadAtEachSignalEndsUpRight()
-    {
-        const QByteArray a = track(m_fixture->writeAudio(u"a.mp3"_s));
-        const QByteArray b = track(m_fixture->writeAudio(u"b.mp3"_s));
-        m_fixture->writeHomeDatabase({a});
-        AppState &app = m_fixture->launchAndScan();
-        QCOMPARE(app.hygiene()->orphanCount, 1);
-        m_fixture->writeHomeDatabase({a, b});
-        writeCrate(u"Mix"_s, {m_fixture->home(u"a.mp3"_s), m_fixture->home(u"b.mp3"_s)});
-        QList<int> read;
-        const auto look = [&] { read << app.hygiene()->orphanCount; };
-        connect(&app, &AppState::libraryChanged, &app, look);
-        connect(&app, &AppState::cratesChanged, &app, look);
-        app.rescan();
-        QVERIFY(m_fixture->waitUntilIdle());
-        QCOMPARE(read, QList<int>({2, 0}));
-        QCOMPARE(app.hygiene()->orphanCount, 0);
     }
 
     void tracksAreFoundByTheirPathAfterEachScan()

@@ -22,6 +22,9 @@ WindowPresenter::WindowPresenter(AppState &app, QObject *parent)
             Qt::QueuedConnection);
     connect(&app, &AppState::selectionChanged, this, &WindowPresenter::chooseView,
             Qt::QueuedConnection);
+    // Ahead of the first look at their screens.
+    connect(&app, &AppState::scanFinished, &app, &AppState::prepareHygiene);
+    connect(&app, &AppState::scanFinished, &app, &AppState::prepareVersions);
 }
 
 void WindowPresenter::contentAppeared()

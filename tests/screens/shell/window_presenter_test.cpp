@@ -64,6 +64,18 @@ private Q_SLOTS:
         QTRY_COMPARE(presenter.viewPresenter()->property("title"), u"Booth companion"_s);
     }
 
+    void hasTheFiguresThatTakeLongWorkedOutBehindAScan()
+    {
+        AppFixture fixture;
+        fixture.writeHomeDatabase({});
+        AppState &app = fixture.launch(AppState::Environment::Ignored);
+        const WindowPresenter presenter(app);
+        app.rescan();
+        QVERIFY(fixture.waitUntilIdle());
+        QVERIFY(app.hasHygiene());
+        QVERIFY(app.hasVersions());
+    }
+
     void looksAtTheMachineOnceWhenTheContentAppears()
     {
         AppFixture fixture;
