@@ -103,16 +103,29 @@ bool RowKeys::focusControl(int row, int control, Qt::FocusReason reason)
     return true;
 }
 
+/// The keyboard's way to this item goes on once it has been handed on, and leads here a second
+/// time, without a reason. For that the reason of the first counts.
+Qt::FocusReason RowKeys::entryReason(Qt::FocusReason reason)
+{
+    if (reason != Qt::OtherFocusReason) {
+        m_entryReason = reason;
+        QMetaObject::invokeMethod(
+            this, [this] { m_entryReason = Qt::OtherFocusReason; }, Qt::QueuedConnection);
+    }
+    return m_entryReason;
+}
+
 void RowKeys::focusInEvent(QFocusEvent *event)
 {
     QQuickItem::focusInEvent(event);
-    const bool back = event->reason() == Qt::BacktabFocusReason;
+    const Qt::FocusReason reason = entryReason(event->reason());
+    const bool back = reason == Qt::BacktabFocusReason;
     const int current =
         std::clamp(m_list->property("currentIndex").toInt(), 0, std::max(0, count() - 1));
     int row = actingRow(current, 1);
     if (row < 0)
         row = actingRow(current, -1);
-    if (!focusControl(row, back ? int(INT_MAX) : 0, event->reason()))
+    if (!focusControl(row, back ? int(INT_MAX) : 0, reason))
         leave(!back);
 }
 

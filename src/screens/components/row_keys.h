@@ -59,6 +59,7 @@ private:
     bool focusControl(int row, int control, Qt::FocusReason reason);
     bool tab(int step);
     bool moveBy(int key);
+    Qt::FocusReason entryReason(Qt::FocusReason reason);
     void leave(bool forward);
     void takeUp();
 
@@ -66,6 +67,7 @@ private:
     QPointer<QQuickWindow> m_watched;
     QPointer<QQuickItem> m_before; ///< what had the keyboard before the list moved it
     Qt::FocusReason m_beforeReason = Qt::OtherFocusReason;
+    Qt::FocusReason m_entryReason = Qt::OtherFocusReason; ///< within one turn of the event loop
     int m_lastControl = 0;
     Qt::FocusReason m_lastReason = Qt::OtherFocusReason;
 };

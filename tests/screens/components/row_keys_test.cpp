@@ -64,6 +64,18 @@ private Q_SLOTS:
         QVERIFY(showsFocusRing(m_scene->window()->activeFocusItem()));
     }
 
+    void theRowThatTheListIsEnteredAtShowsIt()
+    {
+        reach(u"Rows"_s);
+        // Without a control in the header the rows come next.
+        itemNamed(m_scene->root(), u"Head"_s)->setVisible(false);
+        QCOMPARE(after(Qt::Key_Tab), u"A0"_s);
+        QVERIFY(showsFocusRing(m_scene->window()->activeFocusItem()));
+        QCOMPARE(after(Qt::Key_Backtab), u"Rows"_s);
+        QCOMPARE(after(Qt::Key_Tab), u"A0"_s);
+        QVERIFY(showsFocusRing(m_scene->window()->activeFocusItem()));
+    }
+
     void backtabGoesBack()
     {
         reach(u"A1"_s);
