@@ -1,7 +1,8 @@
 import QtQuick
 import Tarnwick.Components
 
-/// An icon and a text in one row, in the middle of its place, as buttons hold them.
+/// An icon and a text in one row, in the middle of its place, as buttons hold them. The text is cut
+/// short where there is no room for it.
 Item {
     id: line
 
@@ -12,7 +13,10 @@ Item {
     property alias font: words.font
     property bool iconLast: false
 
-    implicitWidth: row.implicitWidth
+    readonly property real besides: line.symbol.length > 0 ? line.iconSize + row.spacing : 0
+    readonly property real room: Math.max(0, line.width - line.besides)
+
+    implicitWidth: words.implicitWidth + line.besides
     implicitHeight: row.implicitHeight
 
     Row {
@@ -35,7 +39,11 @@ Item {
             id: words
 
             anchors.verticalCenter: parent.verticalCenter
+            // A part of a pixel that is missing is no lack of room.
+            width: line.room + 1 < words.implicitWidth ? line.room : words.implicitWidth
             text: line.text
+            maximumLineCount: 1
+            elide: Text.ElideRight
             color: line.color
             font: Theme.font(13, Font.DemiBold)
             Accessible.ignored: true

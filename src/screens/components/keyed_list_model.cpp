@@ -59,6 +59,8 @@ QList<int> KeyedListModel::placesAmong(const QStringList &keys) const
                           keys.begin());
     QList<int> places(m_keys.size());
     std::iota(places.begin(), places.begin() + same, 0);
+    if (same == m_keys.size())
+        return places;
     QHash<QString, int> found;
     found.reserve(keys.size() - same);
     for (int i = int(keys.size()) - 1; i >= same; --i)
