@@ -3,6 +3,8 @@
 #include "cli/crate_actions.h"
 
 #include "cli/session.h"
+#include "screens/crate_hygiene/hygiene_figures.h"
+#include "screens/versions/version_figures.h"
 
 #include <algorithm>
 
@@ -38,7 +40,7 @@ Status runArchiveVersions(Session &session)
                                     [&](const VersionGroup &one) { return one.base == base; });
     if (group == groups.end())
         return Session::namesNothing(u"no versions of '%1'"_s.arg(base));
-    QUuid keeper = group->members.front().id(); // the most played
+    QUuid keeper = VersionFigures::suggestedKeeper(*group);
     if (session.line().has(u"keep"_s)) {
         const QString path = session.line().value(u"keep"_s);
         const auto member = memberAt(*group, path);
@@ -67,9 +69,7 @@ Status runMergeCrates(Session &session)
 
 Status runFileOrphans(Session &session)
 {
-    const auto hygiene = session.app().hygiene();
-    QStringList orphans(hygiene->orphanPaths.begin(), hygiene->orphanPaths.end());
-    std::sort(orphans.begin(), orphans.end());
+    const QStringList orphans = HygieneFigures::orphanPaths(*session.app().hygiene());
     if (!orphans.isEmpty())
         session.app().fileOrphans(orphans);
     return session.reportToasts();

@@ -6,6 +6,7 @@
 #include "cli/json_lists.h"
 #include "cli/session.h"
 #include "cli/text_table.h"
+#include "screens/crate_hygiene/hygiene_figures.h"
 
 using namespace Qt::StringLiterals;
 
@@ -35,13 +36,6 @@ void printCrates(Output &out, const QList<LoadedCrate> &crates)
     out.list(table);
 }
 
-QStringList sortedOrphans(const CrateHygiene &hygiene)
-{
-    QStringList orphans(hygiene.orphanPaths.begin(), hygiene.orphanPaths.end());
-    std::sort(orphans.begin(), orphans.end());
-    return orphans;
-}
-
 void writeHygiene(Output &out, const CrateHygiene &hygiene)
 {
     JsonWriter &json = out.json();
@@ -54,7 +48,7 @@ void writeHygiene(Output &out, const CrateHygiene &hygiene)
                      one.member(u"percent", overlap.percent);
                  });
     json.member(u"orphanCount", hygiene.orphanCount);
-    writeTexts(json, u"orphanPaths", sortedOrphans(hygiene));
+    writeTexts(json, u"orphanPaths", HygieneFigures::orphanPaths(hygiene));
     writeObjects(out, u"genreVariants", hygiene.genreVariants,
                  [](JsonWriter &one, const CrateHygiene::GenreVariant &variant) {
                      one.member(u"canon", variant.canon);
@@ -70,10 +64,8 @@ void printOverlaps(Output &out, const CrateHygiene &hygiene)
     TextTable table;
     table.alignRight(0);
     for (const CrateHygiene::Overlap &overlap : hygiene.overlaps) {
-        table.addRow({u"  %1%"_s.arg(overlap.percent), overlap.a.name, overlap.b.name,
-                      u"%1 shared tracks · %2 / %3"_s.arg(overlap.shared)
-                          .arg(overlap.a.count())
-                          .arg(overlap.b.count())});
+        table.addRow({u"  "_s + HygieneFigures::percent(overlap), overlap.a.name, overlap.b.name,
+                      HygieneFigures::shared(overlap)});
     }
     out.list(table);
 }
@@ -85,7 +77,7 @@ void printVariants(Output &out, const CrateHygiene &hygiene)
     table.alignRight(1);
     for (const CrateHygiene::GenreVariant &variant : hygiene.genreVariants) {
         table.addRow({u"  "_s + variant.canon, u"%1 tracks"_s.arg(variant.trackCount),
-                      variant.variants.join(u"  ·  "_s)});
+                      HygieneFigures::spellings(variant)});
     }
     out.list(table);
 }
@@ -95,7 +87,7 @@ void printHygiene(Output &out, const CrateHygiene &hygiene)
     printOverlaps(out, hygiene);
     out.line();
     out.line(u"Tracks in no crate: %1"_s.arg(hygiene.orphanCount));
-    const QStringList orphans = sortedOrphans(hygiene);
+    const QStringList orphans = HygieneFigures::orphanPaths(hygiene);
     for (const QString &path : orphans.first(out.shownRows(orphans.size()))) {
         out.line(u"  "_s + path);
         out.passOn();

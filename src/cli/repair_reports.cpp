@@ -10,6 +10,7 @@
 #include "screens/health/health_figures.h"
 #include "screens/loudness/loudness_figures.h"
 #include "screens/track_id/track_id_figures.h"
+#include "screens/versions/version_figures.h"
 
 #include <span>
 
@@ -141,7 +142,7 @@ void printVersions(Output &out, const std::vector<VersionGroup> &groups)
         TextTable table;
         table.alignRight(1);
         for (const VersionMember &member : group.members)
-            table.addRow({u"  "_s + member.cut, u"%1 plays"_s.arg(member.plays()),
+            table.addRow({u"  "_s + member.cut, VersionFigures::plays(member.plays()),
                           member.track.track.relativePath});
         out.list(table);
         out.passOn();

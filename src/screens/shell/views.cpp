@@ -1,5 +1,6 @@
 #include "screens/shell/views.h"
 
+#include "screens/crate_hygiene/crate_hygiene_presenter.h"
 #include "screens/cues/cues_presenter.h"
 #include "screens/duplicates/duplicates_presenter.h"
 #include "screens/export/export_presenter.h"
@@ -14,6 +15,7 @@
 #include "screens/shell/first_run_presenter.h"
 #include "screens/shell/scanning_presenter.h"
 #include "screens/track_id/track_id_presenter.h"
+#include "screens/versions/versions_presenter.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,6 +49,8 @@ const ScreenView *viewOf(Screen screen)
         {Screen::Cues, u"CuesGridsScreen"_s, make<CuesPresenter>},
         {Screen::TrackId, u"TrackIDScreen"_s, make<TrackIdPresenter>},
         {Screen::Loudness, u"LoudnessScreen"_s, make<LoudnessPresenter>},
+        {Screen::Versions, u"VersionsScreen"_s, make<VersionsPresenter>},
+        {Screen::Hygiene, u"CrateHygieneScreen"_s, make<CrateHygienePresenter>},
         {Screen::ChangeLog, u"ChangeLogScreen"_s, make<ChangeLogPresenter>},
         {Screen::Export, u"ExportScreen"_s, make<ExportPresenter>},
     };
