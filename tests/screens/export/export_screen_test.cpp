@@ -17,6 +17,7 @@ private Q_SLOTS:
     }
     void cleanup() { m_user.reset(); }
     void showsAnEmptyLibrary();
+    void standsInTwoColumns();
     void showsWhatIsChosen();
     void showsTheSymbolsOfEachTarget_data();
     void showsTheSymbolsOfEachTarget();
@@ -51,12 +52,32 @@ void ExportScreenTest::showsAnEmptyLibrary()
     QCOMPARE(m_user->colourOfText(engineNote), inkFaint);
 }
 
+void ExportScreenTest::standsInTwoColumns()
+{
+    QVERIFY(m_user->open());
+    QVERIFY(m_user->choose(m_user->folder()));
+    QTRY_VERIFY(m_user->shows(nothingToCompare));
+    QVERIFY(m_user->waitForPicture());
+    const auto place = [&](const char *type) {
+        const QQuickItem *card = m_user->card(type);
+        return card->mapRectToScene(card->boundingRect());
+    };
+    QVERIFY(place("TargetCard").right() < place("ExportCard").left());
+    QCOMPARE(place("TargetCard").top(), place("ExportCard").top());
+    QCOMPARE(place("CarryCard").left(), place("TargetCard").left());
+    QVERIFY(place("CarryCard").top() > place("TargetCard").bottom());
+    QCOMPARE(place("DriftCard").left(), place("ExportCard").left());
+    QVERIFY(place("DriftCard").top() > place("ExportCard").bottom());
+}
+
 void ExportScreenTest::showsWhatIsChosen()
 {
     m_user->addTracks(3);
     m_user->addMissingTrack(u"Music/gone.mp3"_s);
     QVERIFY(m_user->open());
     QVERIFY(m_user->button(u"Export 3 tracks"_s));
+    QCOMPARE(iconsOf(m_user->card("ExportCard")),
+             QStringList({u"folder "_s + ink, u"square.and.arrow.up "_s + white}));
     QStringList rows;
     for (QQuickItem *row : partsOf(m_user->screen(), "TargetRow_QMLTYPE")) {
         auto *seen = QAccessible::queryAccessibleInterface(row);

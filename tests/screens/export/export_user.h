@@ -22,6 +22,7 @@ inline const QString neutral400 = QStringLiteral("#ffbab6b6");
 inline const QString neutral500 = QStringLiteral("#ff9b9797");
 inline const QString inkFaint = QStringLiteral("#6b201e1d");
 inline const QString inkSoft = QStringLiteral("#9e201e1d");
+inline const QString white = QStringLiteral("#ffffffff");
 
 inline QString colourOf(const QQuickItem *item)
 {
