@@ -86,6 +86,8 @@ Card {
 
     RowLayout {
         Layout.fillWidth: true
+        Layout.topMargin: -4
+        Layout.bottomMargin: -4
         Layout.rightMargin: -10
         visible: card.presenter.outcome.length > 0
         spacing: 10
