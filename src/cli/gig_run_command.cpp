@@ -19,10 +19,8 @@ struct FinishedStep
     QString title;
     Outcome outcome;
 
-    QString state() const
-    {
-        return outcome.state == Outcome::State::Done ? u"done"_s : u"skipped"_s;
-    }
+    QString state() const { return GigRunFigures::isDone(outcome) ? u"done"_s : u"skipped"_s; }
+    QString text() const { return GigRunFigures::statusOf(GigRunFigures::stateOf(outcome)); }
 };
 
 QList<FinishedStep> runAll(AppState &app, GigRunActions::Fixes fixes)
@@ -43,7 +41,7 @@ void writeRun(Session &session, const QList<FinishedStep> &steps, const SetSheet
     writeObjects(session.out(), u"steps", steps, [](JsonWriter &one, const FinishedStep &step) {
         one.member(u"title", step.title);
         one.member(u"state", step.state());
-        one.member(u"text", step.outcome.text);
+        one.member(u"text", step.text());
     });
     json.key(u"setSheet");
     json.beginObject();
@@ -60,7 +58,7 @@ void printRun(Session &session, const QList<FinishedStep> &steps, const SetSheet
 {
     TextTable table;
     for (const FinishedStep &step : steps)
-        table.addRow({step.title, step.state(), step.outcome.text});
+        table.addRow({step.title, step.state(), step.text()});
     table.addRow({u""_s, u""_s, u""_s});
     table.addRow({u"Tracks"_s, QString::number(sheet.tracks)});
     table.addRow({u"Crates"_s, QString::number(sheet.crates)});

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QQuickWindow>
+#include <QThread>
 
 #include <cstdio>
 
@@ -96,12 +97,14 @@ bool PictureTaker::takeStates(Screen screen)
            fail(u"the export screen doesn't come to all its states"_s);
 }
 
-/// Lets everything that is queued happen: the change of the view, its layout, its pictures.
+/// Lets everything that is queued happen: the change of the view, its layout, its pictures, and
+/// what it asks of the background.
 void PictureTaker::settle()
 {
     for (int i = 0; i < 10; ++i) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
+        QThread::msleep(20);
     }
 }
 

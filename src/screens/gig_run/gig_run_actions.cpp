@@ -11,7 +11,7 @@ Outcome level(AppState &app, const Derived &derived)
 {
     const std::vector<GainItem> items = GigRunFigures::levelling(derived);
     app.normalizeAllLoudness(items);
-    return {Outcome::State::Done, GigRunFigures::levelled(items.size())};
+    return GigRunFigures::StepDone{GigRunFigures::levelled(items.size())};
 }
 
 Outcome dedupe(AppState &app, const Derived &derived)
@@ -21,7 +21,7 @@ Outcome dedupe(AppState &app, const Derived &derived)
         if (!group.members.empty())
             app.resolveDuplicates(group, group.members.front().id());
     }
-    return {Outcome::State::Done, GigRunFigures::deduplicated(derived.duplicateExcess)};
+    return GigRunFigures::StepDone{GigRunFigures::deduplicated(derived.duplicateExcess)};
 }
 
 } // namespace
@@ -29,7 +29,7 @@ Outcome dedupe(AppState &app, const Derived &derived)
 Outcome runStep(AppState &app, Step step, const Derived &derived, Fixes fixes)
 {
     const Outcome found = GigRunFigures::findings(step, derived);
-    if (fixes == Fixes::No || !app.canWrite() || found.state == Outcome::State::Done)
+    if (fixes == Fixes::No || !app.canWrite() || GigRunFigures::isDone(found))
         return found;
     if (step == Step::Level)
         return level(app, derived);

@@ -17,12 +17,12 @@ namespace {
 
 Outcome done(const QString &text)
 {
-    return {Outcome::State::Done, text};
+    return StepDone{text};
 }
 
 Outcome skipped(const QString &text)
 {
-    return {Outcome::State::Skipped, text};
+    return StepSkipped{text};
 }
 
 /// `found` with its count put in, or `none` for a count of 0.
@@ -52,6 +52,13 @@ QString lengthText(qint64 seconds)
     return u"%1h %2m"_s.arg(minutes / 60).arg(minutes % 60);
 }
 
+/// Lambdas as one visitor of a variant.
+template <typename... Cases>
+struct Overloaded : Cases...
+{
+    using Cases::operator()...;
+};
+
 QString wholeTempo(double tempo)
 {
     return QString::number(std::trunc(tempo), 'f', 0);
@@ -73,6 +80,43 @@ const QStringList &titles()
         u"Relink"_s,     u"Analyze grids"_s, u"Detect keys"_s,        u"Level"_s,
         u"Dedupe set"_s, u"Render stems"_s,  u"Write Engine stick"_s, u"Verify"_s};
     return all;
+}
+
+StepState stateOf(const Outcome &outcome)
+{
+    return std::visit([](const auto &ended) -> StepState { return ended; }, outcome);
+}
+
+bool isDone(const Outcome &outcome)
+{
+    return std::holds_alternative<StepDone>(outcome);
+}
+
+QString statusOf(const StepState &state)
+{
+    return std::visit(Overloaded{[](const StepPending &) { return u"Waiting"_s; },
+                                 [](const StepRunning &) { return u"Working…"_s; },
+                                 [](const auto &ended) { return ended.text; }},
+                      state);
+}
+
+QString symbolOf(const StepState &state)
+{
+    return std::visit(Overloaded{[](const StepPending &) { return QString(); },
+                                 [](const StepRunning &) { return u"arrow.clockwise"_s; },
+                                 [](const StepDone &) { return u"checkmark"_s; },
+                                 [](const StepSkipped &) { return u"clock"_s; }},
+                      state);
+}
+
+QString summary(int tracks, qsizetype crates)
+{
+    return u"%1 tracks · %2 crates"_s.arg(tracks).arg(crates);
+}
+
+QString runTitle(bool running)
+{
+    return running ? u"Running…"_s : u"Run gig prep"_s;
 }
 
 Outcome findings(Step step, const Derived &derived)
@@ -97,7 +141,7 @@ Outcome findings(Step step, const Derived &derived)
     case Step::Verify:
         return done(u"Set sheet ready"_s);
     }
-    return {};
+    Q_UNREACHABLE();
 }
 
 std::vector<GainItem> levelling(const Derived &derived)

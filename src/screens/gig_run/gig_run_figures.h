@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <variant>
 #include <vector>
 
 /// The steps of a gig run and the sheet at its end.
@@ -18,16 +19,49 @@ inline constexpr int stepCount = 8;
 /// The titles, in that order.
 const QStringList &titles();
 
-/// How a step has ended.
-struct Outcome
+/// Not begun yet.
+struct StepPending
 {
-    enum class State { Done, Skipped };
+    bool operator==(const StepPending &) const = default;
+};
 
-    State state = State::Done;
+/// Under way.
+struct StepRunning
+{
+    bool operator==(const StepRunning &) const = default;
+};
+
+/// Ended, with nothing left to do.
+struct StepDone
+{
     QString text;
 
-    bool operator==(const Outcome &) const = default;
+    bool operator==(const StepDone &) const = default;
 };
+
+/// Ended, with something left to the user.
+struct StepSkipped
+{
+    QString text;
+
+    bool operator==(const StepSkipped &) const = default;
+};
+
+using StepState = std::variant<StepPending, StepRunning, StepDone, StepSkipped>;
+/// How a step has ended.
+using Outcome = std::variant<StepDone, StepSkipped>;
+
+StepState stateOf(const Outcome &outcome);
+bool isDone(const Outcome &outcome);
+/// The line that says how a step stands.
+QString statusOf(const StepState &state);
+/// Name of the symbol that stands for a state; none where the step's number does.
+QString symbolOf(const StepState &state);
+
+/// What the run is about to go over.
+QString summary(int tracks, qsizetype crates);
+/// What the button of the run says.
+QString runTitle(bool running);
 
 /// What a step says that fixes nothing: what it found, or that there is nothing to find.
 Outcome findings(Step step, const Derived &derived);

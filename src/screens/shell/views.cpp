@@ -5,6 +5,8 @@
 #include "screens/duplicates/duplicates_presenter.h"
 #include "screens/export/export_presenter.h"
 #include "screens/fix_queue/fix_queue_presenter.h"
+#include "screens/gig_check/gig_check_presenter.h"
+#include "screens/gig_run/gig_run_presenter.h"
 #include "screens/health/health_presenter.h"
 #include "screens/loudness/loudness_presenter.h"
 #include "screens/missing/missing_presenter.h"
@@ -51,6 +53,8 @@ const ScreenView *viewOf(Screen screen)
         {Screen::Loudness, u"LoudnessScreen"_s, make<LoudnessPresenter>},
         {Screen::Versions, u"VersionsScreen"_s, make<VersionsPresenter>},
         {Screen::Hygiene, u"CrateHygieneScreen"_s, make<CrateHygienePresenter>},
+        {Screen::GigCheck, u"GigCheckScreen"_s, make<GigCheckPresenter>},
+        {Screen::GigRun, u"GigRunScreen"_s, make<GigRunPresenter>},
         {Screen::ChangeLog, u"ChangeLogScreen"_s, make<ChangeLogPresenter>},
         {Screen::Export, u"ExportScreen"_s, make<ExportPresenter>},
     };

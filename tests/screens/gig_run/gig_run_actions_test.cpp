@@ -30,7 +30,7 @@ private Q_SLOTS:
     {
         AppState &app = m_user->start();
         QCOMPARE(run(app, Step::Dedupe, Fixes::No),
-                 (Outcome{Outcome::State::Skipped, u"1 dupe groups"_s}));
+                 Outcome(GigRunFigures::StepSkipped{u"1 dupe groups"_s}));
         QVERIFY(m_user->toasts().isEmpty());
         QCOMPARE(m_user->snapshotCount(), 0);
     }
@@ -39,7 +39,7 @@ private Q_SLOTS:
     {
         AppState &app = m_user->start();
         QCOMPARE(run(app, Step::Dedupe, Fixes::Yes),
-                 (Outcome{Outcome::State::Done, u"Held 1 duplicate copies"_s}));
+                 Outcome(GigRunFigures::StepDone{u"Held 1 duplicate copies"_s}));
         QCOMPARE(app.heldItems().size(), 1);
         QVERIFY(app.derived()->duplicateGroups.empty());
     }
@@ -54,7 +54,7 @@ private Q_SLOTS:
         const Derived derived(std::make_shared<ScanResult>(ScanResult{{}, {}, tracks}));
         // The files bear no tags to write into: the toasts say so, the step does not.
         QCOMPARE(GigRunActions::runStep(app, Step::Level, derived, Fixes::Yes),
-                 (Outcome{Outcome::State::Done, u"Levelled 2 tracks (tags)"_s}));
+                 Outcome(GigRunFigures::StepDone{u"Levelled 2 tracks (tags)"_s}));
         QCOMPARE(m_user->toasts().last(), u"Levelled 0 tracks — tags only [Undo]"_s);
     }
 
@@ -62,7 +62,7 @@ private Q_SLOTS:
     {
         AppState &app = m_user->start();
         QCOMPARE(run(app, Step::Level, Fixes::Yes),
-                 (Outcome{Outcome::State::Done, u"Levels even"_s}));
+                 Outcome(GigRunFigures::StepDone{u"Levels even"_s}));
         QVERIFY(m_user->toasts().isEmpty());
     }
 
@@ -70,7 +70,7 @@ private Q_SLOTS:
     {
         AppState &app = m_user->start();
         QCOMPARE(run(app, Step::Relink, Fixes::Yes),
-                 (Outcome{Outcome::State::Skipped, u"1 need relinking"_s}));
+                 Outcome(GigRunFigures::StepSkipped{u"1 need relinking"_s}));
         QVERIFY(m_user->toasts().isEmpty());
     }
 
@@ -80,7 +80,7 @@ private Q_SLOTS:
         const RunningProgram serato(u"Serato DJ Pro"_s);
         app.refreshEnvironment();
         QCOMPARE(run(app, Step::Dedupe, Fixes::Yes),
-                 (Outcome{Outcome::State::Skipped, u"1 dupe groups"_s}));
+                 Outcome(GigRunFigures::StepSkipped{u"1 dupe groups"_s}));
         QVERIFY(m_user->toasts().isEmpty());
     }
 

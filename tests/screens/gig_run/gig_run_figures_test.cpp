@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 using GigRunFigures::Outcome;
 using GigRunFigures::SetSheet;
 using GigRunFigures::Step;
+using GigRunFigures::StepState;
 
 namespace {
 
@@ -35,6 +36,33 @@ private Q_SLOTS:
                               u"Dedupe set"_s, u"Render stems"_s, u"Write Engine stick"_s,
                               u"Verify"_s}));
         QCOMPARE(GigRunFigures::titles().size(), GigRunFigures::stepCount);
+    }
+
+    void aStateIsShownByItsLineAndItsSymbol_data()
+    {
+        QTest::addColumn<StepState>("state");
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("symbol");
+        QTest::newRow("pending") << StepState() << u"Waiting"_s << QString();
+        QTest::newRow("running") << StepState(GigRunFigures::StepRunning{}) << u"Working…"_s
+                                 << u"arrow.clockwise"_s;
+        QTest::newRow("done") << StepState(GigRunFigures::StepDone{u"All keyed"_s})
+                              << u"All keyed"_s << u"checkmark"_s;
+        QTest::newRow("skipped") << StepState(GigRunFigures::StepSkipped{u"3 dupe groups"_s})
+                                 << u"3 dupe groups"_s << u"clock"_s;
+    }
+    void aStateIsShownByItsLineAndItsSymbol()
+    {
+        QFETCH(const StepState, state);
+        QTEST(GigRunFigures::statusOf(state), "line");
+        QTEST(GigRunFigures::symbolOf(state), "symbol");
+    }
+
+    void textsOfTheHead()
+    {
+        QCOMPARE(GigRunFigures::summary(1204, 7), u"1204 tracks · 7 crates"_s);
+        QCOMPARE(GigRunFigures::runTitle(false), u"Run gig prep"_s);
+        QCOMPARE(GigRunFigures::runTitle(true), u"Running…"_s);
     }
 
     void stepsTellWhatTheyFind_data()
@@ -133,7 +161,8 @@ private Q_SLOTS:
 private:
     static QString described(const Outcome &outcome)
     {
-        return (outcome.state == Outcome::State::Done ? u"done "_s : u"skipped "_s) + outcome.text;
+        return (GigRunFigures::isDone(outcome) ? u"done "_s : u"skipped "_s) +
+               GigRunFigures::statusOf(GigRunFigures::stateOf(outcome));
     }
 };
 

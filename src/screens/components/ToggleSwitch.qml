@@ -1,0 +1,51 @@
+import QtQuick
+import Tarnwick.Components
+
+/// A thing that is on or off, told by its words.
+CheckButton {
+    id: toggle
+
+    horizontalPadding: 8
+    verticalPadding: 6
+    contentItem: Item {
+        implicitWidth: words.implicitWidth + 9 + track.width
+        implicitHeight: Math.max(words.implicitHeight, track.height)
+
+        PlainText {
+            id: words
+
+            anchors.verticalCenter: parent.verticalCenter
+            text: toggle.text
+            color: toggle.enabled ? Theme.ink : Theme.neutral400
+            font: Theme.font(13, Font.Medium)
+            Accessible.ignored: true
+        }
+
+        Rectangle {
+            id: track
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            width: 34
+            height: 20
+            radius: 10
+            color: !toggle.on ? Theme.neutral400 : toggle.enabled ? Theme.accent : Theme.neutral300
+
+            Rectangle {
+                x: toggle.on ? track.width - width - 2 : 2
+                y: 2
+                width: 16
+                height: 16
+                radius: 8
+                color: Theme.onFill
+
+                Behavior on x {
+                    NumberAnimation {
+                        duration: 110
+                        easing.type: Easing.InOutQuad
+                    }
+                }
+            }
+        }
+    }
+}
