@@ -2,6 +2,7 @@
 
 #include "screens/shell/scanning_presenter.h"
 #include "screenshots/export_states.h"
+#include "screenshots/gig_run_states.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -89,12 +90,15 @@ bool PictureTaker::takeScreens()
 
 bool PictureTaker::takeStates(Screen screen)
 {
-    if (screen != Screen::Export)
-        return true;
-    auto *presenter = qobject_cast<ExportPresenter *>(m_window.presenter().viewPresenter());
+    QObject *presenter = m_window.presenter().viewPresenter();
     const auto keepState = [this](const QString &name) { return keep(name); };
-    return (presenter && takeExportStates(m_app, *presenter, keepState)) ||
-           fail(u"the export screen doesn't come to all its states"_s);
+    bool taken = true;
+    if (auto *exporting = qobject_cast<ExportPresenter *>(presenter))
+        taken = takeExportStates(m_app, *exporting, keepState);
+    else if (auto *run = qobject_cast<GigRunPresenter *>(presenter))
+        taken = takeGigRunStates(*run, keepState);
+    return taken ||
+           fail(u"the screen %1 doesn't come to all its states"_s.arg(infoOf(screen).rawValue));
 }
 
 /// Lets everything that is queued happen: the change of the view, its layout, its pictures, and

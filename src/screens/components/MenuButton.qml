@@ -10,7 +10,8 @@ PlainButton {
 
     /// Name of a symbol; none for none.
     property string symbol
-    property list<string> entries
+    /// A list of texts.
+    property var entries: []
     readonly property bool isOpen: menu.visible
     readonly property real gap: 4
 
@@ -32,7 +33,7 @@ PlainButton {
         menu.opensUp = below + menu.height + menu.margins > button.Window.height;
         menu.open();
     }
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         implicitWidth: face.implicitWidth + 10 + arrows.width
         implicitHeight: face.implicitHeight
 

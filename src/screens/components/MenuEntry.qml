@@ -20,7 +20,7 @@ T.MenuItem {
     Accessible.onPressAction: entry.clicked()
     Keys.onReturnPressed: entry.clicked()
     Keys.onEnterPressed: entry.clicked()
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         implicitHeight: words.implicitHeight
 
         PlainText {

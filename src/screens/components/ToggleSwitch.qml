@@ -7,7 +7,7 @@ CheckButton {
 
     horizontalPadding: 8
     verticalPadding: 6
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         implicitWidth: words.implicitWidth + 9 + track.width
         implicitHeight: Math.max(words.implicitHeight, track.height)
 

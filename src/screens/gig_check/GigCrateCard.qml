@@ -43,7 +43,7 @@ Card {
         Layout.fillWidth: true
         Layout.leftMargin: -8
         Layout.rightMargin: -8
-        Layout.preferredHeight: Math.max(4 * card.rowHeight, Math.min(card.most - 54, card.rowHeight * rows.count))
+        Layout.preferredHeight: Math.min(card.rowHeight * rows.count, Math.max(card.most - 54, 4 * card.rowHeight))
         visible: card.presenter.hasCrates
         model: card.presenter.crates
         boundsBehavior: Flickable.StopAtBounds

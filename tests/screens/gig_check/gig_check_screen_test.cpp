@@ -158,12 +158,24 @@ private Q_SLOTS:
         QTRY_VERIFY(m_user->shows(u"1 picked"_s));
     }
 
+    void theCrateCardIsAsHighAsItsRowsNeed()
+    {
+        addFlawlessCrate();
+        QVERIFY(open());
+        QQuickItem *heading = itemNamed(m_user->content(), u"Destination"_s, QAccessible::Heading);
+        QQuickItem *row = crate(u"Flawless"_s);
+        const qreal gap = heading->mapToScene({0, 0}).y() - row->mapToScene({0, row->height()}).y();
+        QVERIFY2(gap > 0 && gap < 60, qPrintable(QString::number(gap)));
+    }
+
     void goesThroughManyCratesByKeys()
     {
         for (int i = 0; i < 80; ++i)
             writeHomeCrate(m_user->root(), u"Crate %1"_s.arg(i, 2, 10, QChar(u'0')), {});
         QVERIFY(open());
         QVERIFY(m_user->shows(u"80 picked"_s));
+        QVERIFY(destination()->mapToScene({0, destination()->height()}).y() <
+                m_user->window()->height());
         QVERIFY(pressByKey(crate(u"Crate 00"_s), Qt::Key_End));
         QCOMPARE(accessibleName(m_user->window()->activeFocusItem()), u"Crate 79"_s);
         QVERIFY(showsFocusRing(m_user->window()->activeFocusItem()));

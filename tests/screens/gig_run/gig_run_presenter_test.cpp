@@ -131,6 +131,15 @@ private Q_SLOTS:
         QCOMPARE(presenter.sheetKeys(), u"1"_s);
     }
 
+    void theSheetFollowsTheLibrary()
+    {
+        GigRunPresenter presenter(m_user->start());
+        run(presenter);
+        m_user->app().dropFromLibrary(m_user->track(0));
+        QCOMPARE(presenter.sheetTracks(), u"3"_s);
+        QCOMPARE(presenter.sheetLength(), u"40m"_s);
+    }
+
     void withoutFixesNothingIsWritten()
     {
         GigRunPresenter presenter(m_user->start());
