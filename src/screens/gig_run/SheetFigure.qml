@@ -21,5 +21,6 @@ Column {
         height: 26
         text: cell.value
         font: Theme.display(20)
+        Accessible.ignored: cell.value.length === 0
     }
 }

@@ -107,7 +107,6 @@ private Q_SLOTS:
                                   u"Length"_s,
                                   u"0m"_s,
                                   u"Tempo path"_s,
-                                  u""_s,
                                   u"Keys"_s,
                                   u"0"_s}));
     }
