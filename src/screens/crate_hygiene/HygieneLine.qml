@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Tarnwick.Components
 
-/// Something that could be tidied, in two lines, with the button that does it.
+/// Something that could be tidied, in two or three lines, with the button that does it.
 RowLayout {
     id: line
 
@@ -18,20 +18,22 @@ RowLayout {
 
     spacing: 14
 
-    Icon {
-        visible: line.symbol.length > 0
-        symbol: line.symbol
-        size: 22
-        color: line.tint
-    }
-
     Item {
         Layout.preferredWidth: 46
         Layout.fillHeight: true
-        visible: line.lead.length > 0
+        visible: line.lead.length > 0 || line.symbol.length > 0
+
+        Icon {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: line.symbol.length > 0
+            symbol: line.symbol
+            size: 24
+            color: line.tint
+        }
 
         Figure {
             anchors.verticalCenter: parent.verticalCenter
+            visible: line.lead.length > 0
             text: line.lead
             color: line.tint
             font: Theme.display(15)
@@ -46,7 +48,9 @@ RowLayout {
             Layout.fillWidth: true
             text: line.title
             font: Theme.font(13.5, Font.Medium)
-            maximumLineCount: 1
+            // The second of two crates must not go unseen behind the first.
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
             elide: Text.ElideRight
         }
 

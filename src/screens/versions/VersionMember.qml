@@ -44,17 +44,16 @@ PlainButton {
             second: member.second
         }
 
-        Item {
+        PlainText {
             Layout.preferredWidth: 70
-            Layout.fillHeight: true
-
-            Figure {
-                anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                text: member.plays
-                color: member.playsTint
-                font: Theme.font(12)
-            }
+            horizontalAlignment: Text.AlignRight
+            verticalAlignment: Text.AlignVCenter
+            text: member.plays
+            color: member.playsTint
+            font: Theme.font(12)
+            // A file may claim any number of plays.
+            fontSizeMode: Text.HorizontalFit
+            minimumPointSize: 4
         }
 
         PlainText {

@@ -62,7 +62,7 @@ private Q_SLOTS:
         addThreeCuts();
         QVERIFY(open());
         QCOMPARE(m_user->text(u"Club mix"_s)->width(), 104.0);
-        QCOMPARE(m_user->text(u"1 play"_s)->parentItem()->width(), 70.0);
+        QCOMPARE(m_user->text(u"1 play"_s)->width(), 70.0);
         QCOMPARE(m_user->text(u"Keep"_s)->width(), 64.0);
         QCOMPARE(colour(u"5 plays"_s), ink);
         QCOMPARE(colour(u"1 play"_s), ink);
@@ -77,6 +77,17 @@ private Q_SLOTS:
             QVERIFY2(x > left, qPrintable(text));
             left = x;
         }
+    }
+
+    void keepsAnyNumberOfPlaysInItsColumn()
+    {
+        addCut(u"a.mp3"_s, u"Tide"_s, 4294967295);
+        addCut(u"b.mp3"_s, u"Tide (Dub)"_s, 5);
+        QVERIFY(open());
+        const QQuickItem *plays = m_user->text(u"4294967295 plays"_s);
+        QCOMPARE(plays->width(), 70.0);
+        QVERIFY(plays->property("paintedWidth").toReal() <= 70.0);
+        QVERIFY(!plays->property("truncated").toBool());
     }
 
     void showsEachSongOnACardOfItsOwn()
