@@ -20,7 +20,9 @@ import unittest
 HERE = pathlib.Path(__file__).resolve()
 ROOT = HERE.parents[2]
 sys.path.insert(0, str(HERE.parents[1] / "support"))
-from desktop import Desktop, end_group  # noqa: E402
+from desktop import Desktop, end_group, wait_until  # noqa: E402
+
+MIDDLE_OF_SIDEBAR = 119  # from the window's left
 
 OPTIONS = None
 SCRATCH = None
@@ -205,6 +207,35 @@ class PackageTest(unittest.TestCase):
             program.wait_for("Do this first", "heading")
             program.key("ctrl+q")
             self.assertEqual(program.wait_for_end(), 0)
+            self.assertEqual(program.output(), "")
+
+    def test_a_new_user_gets_from_the_first_scan_to_the_first_undone_repair(self):
+        home = self.folder / "new-home"
+        run([OPTIONS.build / "tools/demo_library", "--tracks", "120", "--seed", "8",
+             "--out", home])
+
+        def files():
+            return {str(path.relative_to(home)): path.stat().st_size
+                    for path in home.rglob("*") if path.is_file()}
+
+        before = files()
+        with Desktop() as desktop, desktop.start(
+                [self.usr("bin/tarnwick")], HOME=home,
+                XDG_DATA_HOME=self.folder / "new-user") as program:
+            program.press("Scan")
+            program.wait_for("The six dimensions", "heading")
+            program.take_the_keyboard()
+            program.key("ctrl+3")
+            program.press("Take snapshot")
+            program.wait_for("1 taken")
+            program.key("ctrl+5")
+            program.press("Keep 1, hold the rest")
+            wait_until(lambda: files().keys() < before.keys(), "a copy to leave")
+            program.scroll_to("Change log", MIDDLE_OF_SIDEBAR)
+            program.press("Change log")
+            program.press("Undo everything")
+            wait_until(lambda: files() == before, "the copy to come back")
+            program.wait_for("Undone")
             self.assertEqual(program.output(), "")
 
     def test_the_window_opens_without_a_display(self):
