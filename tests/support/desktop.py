@@ -40,7 +40,7 @@ KEYS = {
 MODIFIERS = {"shift": 50, "ctrl": 37}
 
 # The accessibility service's numbers.
-STATES = {"CHECKED": 4, "ENABLED": 8, "FOCUSED": 12, "SELECTED": 23, "SHOWING": 25,
+STATES = {"ACTIVE": 1, "CHECKED": 4, "ENABLED": 8, "FOCUSED": 12, "SELECTED": 23, "SHOWING": 25,
           "READ_ONLY": 43}
 KEY_PRESS, KEY_RELEASE, KEY_SYMBOL, KEY_TEXT = 0, 1, 3, 4
 ON_SCREEN = 0
@@ -335,6 +335,8 @@ class Program:
         """By a click on an empty place, where a window manager would give the keyboard unasked."""
         left, top, _, height = self._place_of_window()
         self.click_at(left + 2, top + height // 2)
+        # A key that is struck ahead of that goes nowhere.
+        wait_until(self._has_the_keyboard, "the window to take the keyboard")
 
     def key(self, *names):
         """Strikes keys one after another; "shift+Tab" and "ctrl+q" hold a key meanwhile."""
@@ -424,6 +426,10 @@ class Program:
             if item.is_in("SHOWING"):
                 items.append(item)
         return items
+
+    def _has_the_keyboard(self):
+        low, _ = self._desktop.ask_one(self._window, ACCESSIBLE, "GetState")
+        return bool(low >> STATES["ACTIVE"] & 1)
 
     def _place_of_window(self):
         return self._desktop.ask_one(self._window, COMPONENT, "GetExtents", "(u)", ON_SCREEN)
