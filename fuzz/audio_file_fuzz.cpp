@@ -86,14 +86,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     checkKept(scratch, *before);
     if (comeBack(before->frames)) {
         const CueFrames captured = SeratoGEOB::captureCueFrames(path);
-        for (const auto &[descriptor, payload] : frames.asKeyValueRange()) {
+        for (auto frame = frames.cbegin(); frame != frames.cend(); ++frame) {
             // Of two frames of one description the first is set, and the later counts.
-            const qsizetype same =
-                std::count_if(before->frames.begin(), before->frames.end(), [&](const Frame &each) {
-                    return each.geobDescriptor() == descriptor;
-                });
-            require(captured.contains(descriptor), "what was put back is there");
-            require(same > 1 || captured[descriptor] == payload, "as it was");
+            const auto isSame = [&](const Frame &each) {
+                return each.geobDescriptor() == frame.key();
+            };
+            const auto same = std::count_if(before->frames.begin(), before->frames.end(), isSame);
+            require(captured.contains(frame.key()), "what was put back is there");
+            require(same > 1 || captured[frame.key()] == frame.value(), "as it was");
         }
     }
     require(SeratoGEOB::stripCueFrames(path).has_value(), "cues can be taken out");

@@ -25,6 +25,7 @@ run=(
 )
 test=(
   locales qml6-module-qttest xvfb dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi libx11-6 zsh
+  strace
 )
 check=(
   git clang-format clang-tidy cppcheck shellcheck

@@ -10,7 +10,10 @@
 ///
 /// 1. The folders on disk are the only record of which snapshots exist; nothing is kept in memory.
 /// 2. A snapshot exists from the moment at which its "meta.json" is complete, and that is written
-///    last. What has none is invisible and stays on disk.
+///    last. What has none is invisible and stays on disk. Nothing of it is flushed, since that
+///    would take longer than the change itself: if the power goes within seconds, a snapshot can be
+///    listed whose files lack bytes. Going back to one takes a snapshot first, so that it too is
+///    undone.
 /// 3. A snapshot that can't be completed leaves no folder behind, and never touches one that was
 ///    there before. Where a folder is removed, its "meta.json" goes first.
 /// 4. Going back takes a snapshot first, but goes on without one where none can be made: a broken

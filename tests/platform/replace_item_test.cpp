@@ -143,8 +143,7 @@ void ReplaceItemTest::leavesOldOrNewWhateverCallFails()
 {
     QFETCH(int, index);
     const Interruption what = cases().at(index);
-    for (const FaultReport &report :
-         {failAtEachCall(what, EIO), failAtEachCall(what, ENOSPC), killAtEachCall(what)}) {
+    for (const FaultReport &report : interruptInEveryWay(what)) {
         QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
         QVERIFY2(report.calls >= 6, qPrintable(QString::number(report.calls)));
     }

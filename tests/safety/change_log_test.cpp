@@ -354,9 +354,7 @@ void ChangeLogTest::catchesUpWhateverCallFails()
 void ChangeLogTest::isOldOrNewOrEmptyWhateverCallFails()
 {
     for (const Interruption &what : cases()) {
-        for (const FaultReport &report :
-             {failAtEachCall(what, EIO), failAtEachCall(what, ENODEV, Fault::Lasting),
-              killAtEachCall(what)}) {
+        for (const FaultReport &report : interruptInEveryWay(what)) {
             QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
             QVERIFY2(report.calls >= 6, qPrintable(QString::number(report.calls)));
         }

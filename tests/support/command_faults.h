@@ -1,5 +1,6 @@
 #pragma once
 
+#include "safety/snapshot_store.h"
 #include "support/fault_loop.h"
 #include "support/test_files.h"
 #include "support/user_process.h"
@@ -15,6 +16,7 @@
 /// 3. After it: the database holds one of the bytes that it may hold, every audio file is whole in
 ///    its place or in holding, the log claims nothing that isn't so, and the next launch reads all
 ///    of it. A command that only failed has kept its scan result in step with the disk.
+/// 4. What the log then has as reversible is undone by that next launch.
 namespace tarnwick::testing {
 
 /// What a folder may hold once a command has been interrupted.
@@ -38,7 +40,22 @@ struct CommandCase
     std::function<bool(const QString &folder, const ChangeEntry &)> isTrue;
     /// Whether a scan result that is not in step is accepted.
     bool mayDiffer = false;
+    /// Whether what an entry tells of has been taken back; where this is given, all that the log
+    /// has as reversible is undone by the next process.
+    std::function<bool(const QString &folder, const ChangeEntry &)> isUndone = {};
 };
+
+/// Whether an undo can have the record of an entry's track back: there may have been no way to take
+/// a snapshot, or the power went before it was on the disk.
+inline bool hasRecordIn(const ChangeEntry &entry, const QString &fileName)
+{
+    for (const Snapshot &snapshot : SnapshotStore::list()) {
+        if (entry.snapshotId == snapshot.id)
+            return contentOf(snapshot.folderPath() + QStringLiteral("/database V2"))
+                .contains(utf16(fileName));
+    }
+    return false;
+}
 
 namespace detail {
 
@@ -101,7 +118,9 @@ inline QString troubleOfStores(const QString &folder, const CommandCase &what, A
     for (const Snapshot &snapshot : app.snapshots()) {
         const QByteArray database =
             contentOf(snapshot.folderPath() + QStringLiteral("/database V2"));
-        if (!outcomes.databases.contains(database) && database != outcomes.earlierDatabase)
+        const bool isWhole =
+            outcomes.databases.contains(database) || database == outcomes.earlierDatabase;
+        if (!isWhole && !mayPlainFilesLackBytes())
             return QStringLiteral("a snapshot holds half a database");
     }
     for (const HeldItem &item : app.holding().activeItems()) {
@@ -111,6 +130,24 @@ inline QString troubleOfStores(const QString &folder, const CommandCase &what, A
     for (const ChangeEntry &entry : app.changeLog().entries()) {
         if (!what.isTrue(folder, entry))
             return QStringLiteral("the log claims what isn't so: ") + entry.detail;
+    }
+    return {};
+}
+
+inline QString troubleOfUndo(const QString &folder, const CommandCase &what, UserProcess &next)
+{
+    const QList<ChangeEntry> entries = next.app().changeLog().entries();
+    QList<ChangeEntry> undone;
+    for (const ChangeEntry &entry : entries) {
+        if (!entry.isReversible())
+            continue;
+        next.app().undo(entry);
+        next.waitUntilIdle();
+        undone << entry;
+    }
+    for (const ChangeEntry &entry : undone) {
+        if (!what.isUndone(folder, entry))
+            return QStringLiteral("the log has as reversible what isn't: ") + entry.detail;
     }
     return {};
 }
@@ -125,7 +162,8 @@ inline QString troubleAfter(const QString &folder, const CommandCase &what)
     if (!knownTracks.isEmpty() && !what.mayDiffer && knownTracks != next.tracks())
         return QStringLiteral("the result was out of step: %1 where the disk has %2")
             .arg(knownTracks.join(u' '), next.tracks().join(u' '));
-    return troubleOfStores(folder, what, next.app());
+    const QString trouble = troubleOfStores(folder, what, next.app());
+    return trouble.isEmpty() && what.isUndone ? troubleOfUndo(folder, what, next) : trouble;
 }
 
 } // namespace detail
@@ -175,9 +213,7 @@ inline void addRows(const QList<Interruption> &cases)
 /// Interrupts it in every way. It must have made at least so many calls.
 inline void checkAtEachCall(const Interruption &what, int leastCalls)
 {
-    for (const FaultReport &report :
-         {failAtEachCall(what, EIO), failAtEachCall(what, ENODEV, Fault::Lasting),
-          killAtEachCall(what)}) {
+    for (const FaultReport &report : interruptInEveryWay(what)) {
         QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
         QVERIFY2(report.calls >= leastCalls, qPrintable(QString::number(report.calls)));
     }

@@ -45,6 +45,21 @@ bool stands(const QString &folder, const ChangeEntry &entry, const QByteArray &w
     return !entry.reversed && contentOf(databaseFile(folder)).contains(wanted);
 }
 
+bool isPopAgain(const QString &folder, const ChangeEntry &entry)
+{
+    return contentOf(databaseFile(folder)).contains(song(folder, entry.target, u"Pop"));
+}
+
+bool isGoneAgain(const QString &folder, const ChangeEntry &)
+{
+    return contentOf(databaseFile(folder)).contains(song(folder, u"gone.mp3"_s, u"Pop"));
+}
+
+bool isThereAgain(const QString &folder, const ChangeEntry &entry)
+{
+    return isGoneAgain(folder, entry) || !hasRecordIn(entry, u"gone.mp3"_s);
+}
+
 CommandCase relinking()
 {
     return {.name = u"relink"_s,
@@ -63,7 +78,8 @@ CommandCase relinking()
             .isTrue =
                 [](const QString &folder, const ChangeEntry &entry) {
                     return stands(folder, entry, song(folder, u"a.mp3"_s, u"Pop", false));
-                }};
+                },
+            .isUndone = isGoneAgain};
 }
 
 CommandCase dropping()
@@ -81,7 +97,8 @@ CommandCase dropping()
             .isTrue =
                 [](const QString &folder, const ChangeEntry &) {
                     return !contentOf(databaseFile(folder)).contains(utf16(u"gone.mp3"));
-                }};
+                },
+            .isUndone = isThereAgain};
 }
 
 bool isGenreSet(const QString &folder, const ChangeEntry &entry)
@@ -103,7 +120,8 @@ CommandCase tagging()
                     return outcomesOf({database(song(folder, u"gone.mp3"_s, u"Pop"), other),
                                        database(song(folder, u"gone.mp3"_s, u"House"), other)});
                 },
-            .isTrue = isGenreSet};
+            .isTrue = isGenreSet,
+            .isUndone = isPopAgain};
 }
 
 CommandCase taggingAll()
@@ -124,7 +142,8 @@ CommandCase taggingAll()
                     }
                     return outcomesOf(all);
                 },
-            .isTrue = isGenreSet};
+            .isTrue = isGenreSet,
+            .isUndone = isPopAgain};
 }
 
 QList<Interruption> cases()

@@ -46,6 +46,16 @@ bool isHeld(const QString &folder, const ChangeEntry &entry)
            !contentOf(databaseFile(folder)).contains(utf16(entry.target));
 }
 
+/// A manifest that couldn't be written doesn't know the file, which then stays held.
+bool isBack(const QString &folder, const ChangeEntry &entry)
+{
+    const QByteArray manifest = contentOf(folder + u"/data/Tarnwick/Holding/manifest.json"_s);
+    const bool isKnown = manifest.contains(entry.holdingId.value_or(u"-"_s).toUtf8());
+    const bool hasRecord = contentOf(databaseFile(folder)).contains(utf16(entry.target));
+    return (QFileInfo::exists(musicFile(folder, entry.target)) || !isKnown) &&
+           (hasRecord || !hasRecordIn(entry, entry.target));
+}
+
 QList<CommandCase> commands()
 {
     return {
@@ -61,7 +71,8 @@ QList<CommandCase> commands()
                                    database(folder, {u"best.mp3"_s})},
                      .audio = audio};
              },
-         .isTrue = isHeld},
+         .isTrue = isHeld,
+         .isUndone = isBack},
         // Of the smallest copy, which went last. A file or a record that can't come back is passed
         // over, and the entry marked.
         {.name = u"undo"_s,

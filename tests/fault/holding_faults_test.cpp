@@ -219,9 +219,7 @@ void HoldingFaultsTest::losesNothingWhateverCallFails()
     if (isAcross && !linkToOtherFileSystem(path(u"music"_s)))
         QSKIP("no second file system");
     const Interruption what = cases().at(index);
-    for (const FaultReport &report :
-         {failAtEachCall(what, EIO), failAtEachCall(what, ENOSPC),
-          failAtEachCall(what, ENODEV, Fault::Lasting), killAtEachCall(what)}) {
+    for (const FaultReport &report : interruptInEveryWay(what)) {
         QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
         QVERIFY2(report.calls >= leastCalls, qPrintable(QString::number(report.calls)));
     }

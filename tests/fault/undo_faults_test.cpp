@@ -85,6 +85,12 @@ bool isUndone(const QString &folder, const ChangeEntry &entry)
     return !entry.reversed || contentOf(databaseFile(folder)).contains(wanted);
 }
 
+bool isTakenBack(const QString &folder, const ChangeEntry &entry)
+{
+    return contentOf(databaseFile(folder))
+        .contains(entry.kind == ChangeEntry::Kind::Relink ? gone(folder) : tagged(folder, u"Pop"));
+}
+
 QList<CommandCase> commands()
 {
     return {
@@ -97,7 +103,8 @@ QList<CommandCase> commands()
                  return outcomesOf({database(relinked(folder), tagged(folder, u"Pop")),
                                     database(gone(folder), tagged(folder, u"Pop"))});
              },
-         .isTrue = isUndone},
+         .isTrue = isUndone,
+         .isUndone = isTakenBack},
         {.name = u"genre"_s,
          .fill = fillLibrary,
          .earlier = tag,
@@ -107,7 +114,8 @@ QList<CommandCase> commands()
                  return outcomesOf({database(gone(folder), tagged(folder, u"House")),
                                     database(gone(folder), tagged(folder, u"Pop"))});
              },
-         .isTrue = isUndone},
+         .isTrue = isUndone,
+         .isUndone = isTakenBack},
         // A record that can't come back is passed over, and the entry marked.
         {.name = u"drop"_s,
          .fill = fillLibrary,

@@ -87,9 +87,7 @@ private Q_SLOTS:
 void CueVaultFaultsTest::holdsWholeEntriesWhateverCallFails()
 {
     const Interruption what = cases().first();
-    for (const FaultReport &report :
-         {failAtEachCall(what, EIO), failAtEachCall(what, ENODEV, Fault::Lasting),
-          killAtEachCall(what)}) {
+    for (const FaultReport &report : interruptInEveryWay(what)) {
         QVERIFY2(report.trouble.isEmpty(), qPrintable(report.trouble));
         QVERIFY2(report.calls >= 9, qPrintable(QString::number(report.calls)));
     }

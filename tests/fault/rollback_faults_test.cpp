@@ -58,7 +58,12 @@ QList<Interruption> cases()
                                                      .crates = {"crate", "changed crate"}};
                                  },
                              .isTrue = isSo,
-                             .mayDiffer = true}}); // the scan behind it may be what failed
+                             .mayDiffer = true,
+                             .isUndone =
+                                 [](const QString &folder, const ChangeEntry &) {
+                                     return contentOf(databaseFile(folder)) ==
+                                            database(folder, u"Pop");
+                                 }}}); // the scan behind it may be what failed
 }
 
 } // namespace
