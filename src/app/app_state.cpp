@@ -121,16 +121,21 @@ void AppState::setBusy(const std::optional<QString> &label)
 
 void AppState::libraryHasChanged(std::shared_ptr<const Derived> derived)
 {
+    dropFigures();
     m_derived = std::move(derived);
-    m_hygiene.drop();
-    m_versions.drop();
-    m_trackMap.reset();
-    m_lanes.reset();
-    m_ownedKeys.reset();
     if (m_gatherings > 0)
         m_libraryToTell = true;
     else
         Q_EMIT libraryChanged();
+}
+
+void AppState::dropFigures()
+{
+    m_derived.reset();
+    m_hygiene.drop();
+    m_versions.drop();
+    m_trackMap.reset();
+    m_ownedMusic.reset();
 }
 
 void AppState::endGathering()

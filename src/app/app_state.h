@@ -17,6 +17,7 @@
 #include "safety/snapshot.h"
 #include "serato/loaded_crate.h"
 #include "serato/serato_library.h"
+#include "signal/lanes.h"
 #include "signal/signal_config.h"
 #include "signal/signal_records.h"
 
@@ -137,9 +138,13 @@ public:
     std::vector<ScannedTrack> tracksInCrates(const QSet<QString> &names) const;
     /// The lanes of the present library's tracks on disk, in order, behind "All". Kept until the
     /// library changes, as are `ownedKeys`.
-    const QStringList &lanes() const;
+    const QStringList &lanes() const { return ownedMusic().lanes; }
     /// The track keys of the present library's tracks on disk.
-    const QSet<QString> &ownedKeys() const;
+    const QSet<QString> &ownedKeys() const { return ownedMusic().keys; }
+    /// Whether the two are at hand. Else to ask for them takes longer than a frame.
+    bool hasOwnedMusic() const { return bool(m_ownedMusic); }
+    /// Works them out in the background where they are not at hand; `signalChanged` tells the end.
+    void prepareOwnedMusic(platform::Priority priority = platform::Priority::UserInitiated);
     /// The library that a scan without a choice takes: the home library, with or without a
     /// database, else the first one online with a database.
     std::optional<SeratoLibrary::Location> defaultLocation() const;
@@ -292,6 +297,9 @@ private:
     /// To be called after each change of the result or of the ignored keys. `derived` are the new
     /// figures, where they are known already.
     void libraryHasChanged(std::shared_ptr<const Derived> derived = nullptr);
+    /// Forgets all that was worked out from the library.
+    void dropFigures();
+    const OwnedMusic &ownedMusic() const;
     void setCrates(const QList<LoadedCrate> &crates);
     /// Reads the present library's crates again; nothing before the first scan.
     void reloadCrates();
@@ -360,8 +368,8 @@ private:
     mutable Kept<CrateHygiene> m_hygiene;
     mutable Kept<std::vector<VersionPlaces>> m_versions;
     mutable std::optional<TrackMap> m_trackMap;
-    mutable std::optional<QStringList> m_lanes;
-    mutable std::optional<QSet<QString>> m_ownedKeys;
+    mutable std::optional<OwnedMusic> m_ownedMusic;
+    const ScanResult *m_ownedMusicOf = nullptr; ///< what it is being worked out of just now
     int m_pendingTasks = 0;
 };
 

@@ -71,6 +71,7 @@ void AppState::finishScan(FinishedScan scan)
         reloadCrates();
     captureCueVault();
     loadPlayedKeys();
+    prepareOwnedMusic(platform::Priority::Utility);
     applyEnvironmentAfterScan();
     Q_EMIT scanFinished();
 }

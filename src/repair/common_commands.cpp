@@ -30,10 +30,7 @@ bool AppState::mayWriteOrRefuse(const QString &refusal)
 ScanResult &AppState::changedResult()
 {
     // Figures share the result: without them it may be this object's alone.
-    m_derived.reset();
-    m_hygiene.drop();
-    m_versions.drop();
-    m_trackMap.reset();
+    dropFigures();
     if (m_result.use_count() > 1)
         m_result = std::make_shared<ScanResult>(*m_result);
     // A background task may have let go of the result a moment ago: what it read comes before this.

@@ -71,4 +71,9 @@ QSet<QString> ownedKeysOf(std::span<const ScannedTrack> tracks)
     return keys;
 }
 
+OwnedMusic ownedMusicOf(std::span<const ScannedTrack> tracks)
+{
+    return {.lanes = lanesOf(tracks), .keys = ownedKeysOf(tracks)};
+}
+
 } // namespace tarnwick

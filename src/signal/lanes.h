@@ -22,4 +22,13 @@ QHash<QString, QString> laneMapOf(std::span<const ScannedTrack> tracks);
 /// By what Signal servers know the tracks on disk.
 QSet<QString> ownedKeysOf(std::span<const ScannedTrack> tracks);
 
+/// What a chart is held against. Takes longer than a frame for a large library.
+struct OwnedMusic
+{
+    QStringList lanes;
+    QSet<QString> keys;
+};
+
+OwnedMusic ownedMusicOf(std::span<const ScannedTrack> tracks);
+
 } // namespace tarnwick

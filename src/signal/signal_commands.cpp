@@ -44,23 +44,15 @@ Contribution contributeHistory(const SignalConfig &config, const QHash<QString, 
     return {qsizetype(events.size()), SignalClient::contribute(config, events)};
 }
 
-/// What was played, and what a library owns.
-struct Keys
+QSet<QString> readPlayedKeys()
 {
-    QSet<QString> played;
-    std::shared_ptr<const ScanResult> library;
-    QSet<QString> owned;
-};
-
-Keys readKeys(const std::shared_ptr<const ScanResult> &library)
-{
-    Keys keys{{}, library, ownedKeysOf(library->tracks)};
+    QSet<QString> keys;
     for (const PlayEvent &event : SeratoHistory::events([](const QString &) { return QString(); }))
-        keys.played.insert(event.trackKey);
+        keys.insert(event.trackKey);
     return keys;
 }
 
-std::span<const ScannedTrack> tracksOf(const std::shared_ptr<ScanResult> &result)
+std::span<const ScannedTrack> tracksOf(const std::shared_ptr<const ScanResult> &result)
 {
     return result ? std::span<const ScannedTrack>(result->tracks) : std::span<const ScannedTrack>();
 }
@@ -78,31 +70,36 @@ void AppState::saveSignal()
     m_signal.save();
 }
 
-const QStringList &AppState::lanes() const
+const OwnedMusic &AppState::ownedMusic() const
 {
-    if (!m_lanes)
-        m_lanes = lanesOf(tracksOf(m_result));
-    return *m_lanes;
+    if (!m_ownedMusic)
+        m_ownedMusic = ownedMusicOf(tracksOf(m_result));
+    return *m_ownedMusic;
 }
 
-const QSet<QString> &AppState::ownedKeys() const
+void AppState::prepareOwnedMusic(platform::Priority priority)
 {
-    if (!m_ownedKeys)
-        m_ownedKeys = ownedKeysOf(tracksOf(m_result));
-    return *m_ownedKeys;
+    if (m_ownedMusic || !m_result || m_ownedMusicOf == m_result.get())
+        return;
+    m_ownedMusicOf = m_result.get();
+    // The work shares the library: one that changes meanwhile is another object from then on.
+    const std::shared_ptr<const ScanResult> library = m_result;
+    runInBackground(
+        priority, [library] { return ownedMusicOf(library->tracks); },
+        [this, library](const OwnedMusic &music) {
+            if (m_ownedMusicOf == library.get())
+                m_ownedMusicOf = nullptr;
+            if (library != m_result)
+                return;
+            m_ownedMusic = music;
+            Q_EMIT signalChanged();
+        });
 }
 
 void AppState::loadPlayedKeys()
 {
-    const auto work = [library = std::shared_ptr<const ScanResult>(m_result)] {
-        return readKeys(library);
-    };
-    runInBackground(platform::Priority::Utility, work, [this](const Keys &keys) {
-        m_playedKeys = keys.played;
-        // They take too long for the main thread, so they are at hand ahead of the first question.
-        // A library that has changed since is another object.
-        if (keys.library == m_result)
-            m_ownedKeys = keys.owned;
+    runInBackground(platform::Priority::Utility, readPlayedKeys, [this](const QSet<QString> &keys) {
+        m_playedKeys = keys;
         Q_EMIT signalChanged();
     });
 }
@@ -145,8 +142,8 @@ void AppState::contributePlays()
     setSignalBusy(true);
     runInBackground(
         platform::Priority::UserInitiated,
-        [config = m_signal, lanes = laneMapOf(tracksOf(m_result))] {
-            return contributeHistory(config, lanes);
+        [config = m_signal, library = std::shared_ptr<const ScanResult>(m_result)] {
+            return contributeHistory(config, laneMapOf(tracksOf(library)));
         },
         [this](const Contribution &done) {
             m_youFeed = done.youFeed.value_or(m_youFeed);
