@@ -8,23 +8,50 @@ Rectangle {
     required property string text
     property bool active: false
     property color tint: Theme.ink
+    /// Name of a symbol beside the word; none for none.
+    property string symbol
+    property bool symbolLast: false
+    /// The word is cut where the capsule would get wider than this.
+    property real most: Infinity
     /// Whether something around it says the same to a screen reader.
     property bool quiet: false
 
-    implicitWidth: words.implicitWidth + 22
+    readonly property color wordColor: pill.active ? Theme.onFill : pill.tint
+    readonly property real aside: pill.symbol.length > 0 ? icon.size + row.spacing : 0
+
+    implicitWidth: row.implicitWidth + 22
     implicitHeight: words.implicitHeight + 10
     radius: Math.min(Theme.radius.pill, height / 2)
     color: pill.active ? pill.tint : "transparent"
     border.width: pill.active ? 0 : 1
     border.color: Theme.controlRule
 
-    PlainText {
-        id: words
+    Row {
+        id: row
 
         anchors.centerIn: parent
-        text: pill.text
-        color: pill.active ? Theme.onFill : pill.tint
-        font: Theme.font(11.5)
-        Accessible.ignored: pill.quiet
+        spacing: 5
+        layoutDirection: pill.symbolLast ? Qt.RightToLeft : Qt.LeftToRight
+
+        Icon {
+            id: icon
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: pill.symbol.length > 0
+            symbol: pill.symbol
+            size: 12
+            color: pill.wordColor
+        }
+
+        PlainText {
+            id: words
+
+            width: Math.min(implicitWidth, pill.most - pill.aside - 22)
+            text: pill.text
+            color: pill.wordColor
+            font: Theme.font(11.5)
+            elide: Text.ElideRight
+            Accessible.ignored: pill.quiet
+        }
     }
 }

@@ -79,6 +79,11 @@ QtObject {
         radius: 1
         y: 1
     }
+    readonly property Shadow panelShadow: Shadow {
+        color: Qt.alpha(theme.ink, 0.18)
+        radius: 20
+        y: 10
+    }
     readonly property Shadow toastShadow: Shadow {
         color: Qt.alpha("black", 0.25)
         radius: 12

@@ -5,16 +5,20 @@ import Tarnwick.Components
 CheckButton {
     id: toggle
 
+    /// Whether its words stand elsewhere, so that only a screen reader hears them from here.
+    property bool bare: false
+
     horizontalPadding: 8
     verticalPadding: 6
     contentItem: Item { // qmllint disable deferred-property-id
-        implicitWidth: words.implicitWidth + 9 + track.width
+        implicitWidth: (toggle.bare ? 0 : words.implicitWidth + 9) + track.width
         implicitHeight: Math.max(words.implicitHeight, track.height)
 
         PlainText {
             id: words
 
             anchors.verticalCenter: parent.verticalCenter
+            visible: !toggle.bare
             text: toggle.text
             color: toggle.enabled ? Theme.ink : Theme.neutral400
             font: Theme.font(13, Font.Medium)

@@ -4,8 +4,12 @@
 #include "screens/components/icon_provider.h"
 #include "screens/components/shadow_provider.h"
 
+#include <QKeySequence>
 #include <QQmlEngine>
 #include <QThreadPool>
+
+/// Declared by Qt for its documentation alone.
+Q_GUI_EXPORT void qt_set_sequence_auto_mnemonic(bool b);
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +17,8 @@ namespace tarnwick {
 
 void installComponents(QQmlEngine &engine)
 {
+    // "Drum & Bass" on a button is a genre and no shortcut.
+    qt_set_sequence_auto_mnemonic(false);
     // Reading the list of fonts is a good part of a start: that happens while the views load. The
     // pool waits when the engine goes, since there is no list of fonts without an application.
     auto *pool = new QThreadPool(&engine);

@@ -4,8 +4,9 @@ class QQmlEngine;
 
 namespace tarnwick {
 
-/// Gives an engine what the components take for granted: where the program's own modules lie, and
-/// the pictures of icons and shadows. To be called ahead of the first load.
+/// Gives an engine what the components take for granted: where the program's own modules lie, the
+/// pictures of icons and shadows, and texts in which an ampersand is one. To be called ahead of the
+/// first load.
 void installComponents(QQmlEngine &engine);
 
 } // namespace tarnwick

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void whenNotEnabledNoWayPresses();
     void aHeldEnterPressesOnce();
     void theRingShowsForTheKeyboardAlone();
+    void anAmpersandIsNoShortcut();
     void tabGoesInReadingOrder();
     void thePointerBecomesAHand();
 };
@@ -64,6 +65,17 @@ void PlainButtonTest::everyWayPressesOnce()
     QCOMPARE(scene.value("presses").toInt(), 4);
     QVERIFY(testing::pressByScreenReader(button));
     QCOMPARE(scene.value("presses").toInt(), 5);
+}
+
+void PlainButtonTest::anAmpersandIsNoShortcut()
+{
+    testing::QmlScene scene(twoButtons("TextButton", "text: 'Drum & Bass';"));
+    QTest::keyClick(scene.window(), Qt::Key_Space, Qt::AltModifier);
+    QCOMPARE(scene.value("presses").toInt(), 0);
+    testing::QmlScene letter("Item { id: root; property int presses: 0;"
+                             "TextButton { text: 'R&B'; onClicked: ++root.presses } }");
+    QTest::keyClick(letter.window(), Qt::Key_B, Qt::AltModifier);
+    QCOMPARE(letter.value("presses").toInt(), 0);
 }
 
 void PlainButtonTest::whenNotEnabledNoWayPresses()

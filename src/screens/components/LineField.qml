@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick.Components
+
+/// A field for one line of text.
+T.TextField {
+    id: field
+
+    /// What a screen reader calls it.
+    required property string label
+    /// Whether what is typed is hidden.
+    property bool secret: false
+
+    implicitWidth: 240
+    implicitHeight: 34
+    leftPadding: 12
+    rightPadding: 12
+    font: Theme.font(13)
+    color: Theme.ink
+    selectionColor: Theme.accent200
+    selectedTextColor: Theme.ink
+    selectByMouse: true
+    verticalAlignment: TextInput.AlignVCenter
+    echoMode: field.secret ? TextInput.Password : TextInput.Normal
+    inputMethodHints: field.secret ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase : Qt.ImhNone
+    Accessible.name: field.label
+    Accessible.description: field.placeholderText
+    background: Rectangle {
+        radius: Theme.radius.control
+        color: Theme.card
+        border.color: Theme.controlRule
+    }
+
+    PlainText {
+        x: field.leftPadding
+        width: field.width - field.leftPadding - field.rightPadding
+        height: field.height
+        visible: field.length === 0 && field.preeditText.length === 0
+        text: field.placeholderText
+        color: Theme.inkFaint
+        font: field.font
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        Accessible.ignored: true
+    }
+
+    FocusRing {
+        visible: field.activeFocus
+        gap: 0
+    }
+}
