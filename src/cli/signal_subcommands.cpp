@@ -5,6 +5,7 @@
 #include "cli/session.h"
 #include "cli/text_table.h"
 #include "foundation/numbers.h"
+#include "screens/signal/signal_figures.h"
 #include "signal/lanes.h"
 
 #include <limits>
@@ -17,7 +18,7 @@ namespace {
 
 const QString on = u"on"_s;
 const QString off = u"off"_s;
-const QString defaultWindow = u"30"_s; ///< days
+const QString defaultWindow = QString::number(SignalFigures::firstWindow);
 
 std::optional<int> daysIn(const QString &text)
 {
@@ -143,15 +144,12 @@ void printLanding(Output &out, const AppState &app)
     table.alignRight(2);
     for (qsizetype i = 0; i < app.landing().size(); ++i) {
         const LandingTrack &track = app.landing().at(i);
-        const QString title = track.title.value_or(u"Unknown"_s);
-        const QString artist = track.artist.value_or(QString());
-        table.addRow({QString::number(i + 1), u"%1 DJs"_s.arg(track.djs),
-                      u"%1 plays"_s.arg(track.plays),
-                      artist.isEmpty() ? title : artist + u" — "_s + title});
+        table.addRow({QString::number(i + 1), SignalFigures::djs(track),
+                      SignalFigures::plays(track), SignalFigures::line(track)});
     }
     out.text(table.text());
     if (const auto &stats = app.poolStats())
-        out.line(u"%1 DJs · %2 tracks in the pool"_s.arg(stats->djs).arg(stats->tracks));
+        out.line(SignalFigures::pool(*stats));
 }
 
 /// Ends a command that has one member more to tell than its toasts.

@@ -16,6 +16,7 @@
 #include "screens/shell/coming_soon_presenter.h"
 #include "screens/shell/first_run_presenter.h"
 #include "screens/shell/scanning_presenter.h"
+#include "screens/signal/signal_presenter.h"
 #include "screens/track_id/track_id_presenter.h"
 #include "screens/versions/versions_presenter.h"
 
@@ -55,6 +56,7 @@ const ScreenView *viewOf(Screen screen)
         {Screen::Hygiene, u"CrateHygieneScreen"_s, make<CrateHygienePresenter>},
         {Screen::GigCheck, u"GigCheckScreen"_s, make<GigCheckPresenter>},
         {Screen::GigRun, u"GigRunScreen"_s, make<GigRunPresenter>},
+        {Screen::Signal, u"SignalScreen"_s, make<SignalPresenter>},
         {Screen::ChangeLog, u"ChangeLogScreen"_s, make<ChangeLogPresenter>},
         {Screen::Export, u"ExportScreen"_s, make<ExportPresenter>},
     };
