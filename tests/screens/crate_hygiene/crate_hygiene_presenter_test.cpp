@@ -2,6 +2,7 @@
 
 #include "screens/components/tint.h"
 #include "support/command_fixture.h"
+#include "support/crate_maker.h"
 
 #include <QAbstractItemModelTester>
 
@@ -126,6 +127,23 @@ private Q_SLOTS:
         QCOMPARE(shown(presenter).last(),
                  u"DUB  ·  Dub | 2 tracks → standardise on “Dub” <Unify to Dub> ]"_s);
         QCOMPARE(figures(presenter), u"3, 2/warn, 2/warn, 1/warn"_s);
+    }
+
+    void cratesOfOneNameAreListedLikeAnyOthers()
+    {
+        QList<LoadedCrate> crates = {crate(u"Mix"_s, {u"a"_s}), crate(u"Mix"_s, {u"a"_s}),
+                                     crate(u"Mix"_s, {u"a"_s})};
+        for (int i = 0; i < 3; ++i)
+            crates[i].url = QUrl::fromLocalFile(u"/%1/Mix.crate"_s.arg(i));
+        HygieneModel model;
+        const QAbstractItemModelTester tester(&model);
+        model.setHygiene(std::make_shared<CrateHygiene>(crates, std::vector<ScannedTrack>()));
+        QSet<QString> keys;
+        for (int row = 1; row <= 3; ++row) {
+            QCOMPARE(model.index(row).data(HygieneModel::TitleRole), u"Mix  ·  Mix"_s);
+            keys += model.index(row).data(HygieneModel::KeyRole).toString();
+        }
+        QCOMPARE(keys.size(), 3);
     }
 
     void actsOnNothingElse()
