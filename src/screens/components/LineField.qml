@@ -24,7 +24,8 @@ T.TextField {
     echoMode: field.secret ? TextInput.Password : TextInput.Normal
     inputMethodHints: field.secret ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase : Qt.ImhNone
     Accessible.name: field.label
-    Accessible.description: field.placeholderText
+    // Of a secret field Qt tells no name.
+    Accessible.description: field.secret ? field.label : field.placeholderText
     background: Rectangle {
         radius: Theme.radius.control
         color: Theme.card

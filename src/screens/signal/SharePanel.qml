@@ -44,6 +44,8 @@ Card {
         }
 
         ToggleSwitch {
+            // Its ground under the pointer reaches past the switch, which stands flush.
+            Layout.rightMargin: -rightPadding
             bare: true
             text: "Share your plays"
             on: panel.presenter.sharing

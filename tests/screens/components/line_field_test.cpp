@@ -53,6 +53,7 @@ private Q_SLOTS:
         QVERIFY(!shown.contains(u's'));
         auto *interface = QAccessible::queryAccessibleInterface(field);
         QVERIFY(interface->state().passwordEdit);
+        QCOMPARE(interface->text(QAccessible::Description), u"Key"_s);
     }
 
     void aSpinnerTurnsWhileItIsSeen()
