@@ -82,6 +82,8 @@ bool PictureTaker::takeScreens()
             continue;
         m_app.setSelection(info.screen);
         settle();
+        waitUntilIdle();
+        settle();
         if (!keep(info.rawValue) || (m_withStates && !takeStates(info.screen)))
             return false;
     }
@@ -110,6 +112,15 @@ void PictureTaker::settle()
         QCoreApplication::processEvents();
         QThread::msleep(20);
     }
+}
+
+/// What a screen asks for when it opens comes from the background, or from a server.
+void PictureTaker::waitUntilIdle()
+{
+    QEventLoop untilIdle;
+    QObject::connect(&m_app, &AppState::becameIdle, &untilIdle, &QEventLoop::quit);
+    if (m_app.pendingTasks() > 0)
+        untilIdle.exec();
 }
 
 bool PictureTaker::keep(const QString &name)

@@ -25,6 +25,7 @@ private:
     bool takeScreens();
     bool takeStates(Screen screen);
     void settle();
+    void waitUntilIdle();
     bool keep(const QString &name);
 
     QString m_folder;
