@@ -91,6 +91,26 @@ void write(JsonWriter &json, const QJsonValue &value)
     }
 }
 
+/// Numbers are compared as such: Qt keeps a large one as a whole number or not, by where it is
+/// from.
+bool isSame(const QJsonValue &one, const QJsonValue &other)
+{
+    if (one.isArray() && other.isArray()) {
+        const QJsonArray left = one.toArray();
+        const QJsonArray right = other.toArray();
+        return std::equal(left.begin(), left.end(), right.begin(), right.end(), isSame);
+    }
+    if (one.isObject() && other.isObject()) {
+        const QJsonObject left = one.toObject();
+        const QJsonObject right = other.toObject();
+        return left.keys() == right.keys() &&
+               std::equal(left.begin(), left.end(), right.begin(), right.end(), isSame);
+    }
+    if (one.isDouble() && other.isDouble())
+        return one.toDouble() == other.toDouble();
+    return one == other;
+}
+
 std::optional<QJsonValue> valueOf(QByteArrayView bytes)
 {
     JsonReader json(bytes);
@@ -110,16 +130,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         return 0;
     const QJsonDocument document = QJsonDocument::fromJson(input.toByteArray());
     require(!document.isNull(), "it is JSON");
-    const bool isComparable = !holdsInnerMark(input);
-    require(!isComparable || (value->isObject() ? document.object() == value->toObject()
-                                                : document.array() == value->toArray()),
-            "with these values");
+    if (!holdsInnerMark(input)) {
+        const QJsonValue expected =
+            document.isObject() ? QJsonValue(document.object()) : QJsonValue(document.array());
+        require(isSame(*value, expected), "with these values");
+    }
 
     for (const auto style : {JsonWriter::Style::Compact, JsonWriter::Style::Pretty}) {
         QByteArray written;
         JsonWriter json(written, style);
         write(json, *value);
-        require(valueOf(written) == value, "the values come back");
+        const auto again = valueOf(written);
+        require(again && isSame(*again, *value), "the values come back");
     }
     return 0;
 }
