@@ -91,7 +91,12 @@ private Q_SLOTS:
         m_fixture->writeLibraryAndHistory();
         for (int request = 0; request < 5; ++request)
             m_server->answer(500);
-        SignalPresenter presenter(scanned());
+        AppState &app = scanned();
+        // A city is told of the user's plays, and never asked for.
+        SignalConfig config = app.signal();
+        config.city = u"Leeds"_s;
+        app.setSignal(config);
+        SignalPresenter presenter(app);
         QCOMPARE(presenter.windows(), QStringList({u"7d"_s, u"30d"_s, u"90d"_s}));
         QCOMPARE(presenter.window(), 1);
         QCOMPARE(presenter.laneTitle(), u"All lanes"_s);
