@@ -19,7 +19,7 @@ PlainButton {
     }
     background: Rectangle {
         radius: Theme.radius.control
-        color: button.down ? Theme.neutral200 : button.hovered ? Theme.neutral100 : Theme.card
+        color: button.down ? Theme.neutral200 : button.enabled && button.hovered ? Theme.neutral100 : Theme.card
         border.color: Theme.controlRule
     }
 }

@@ -32,7 +32,7 @@ T.AbstractButton {
 
     background: Rectangle {
         radius: Math.min(button.corner, height / 2)
-        color: button.down ? Theme.pressFill : button.hovered ? Theme.hoverFill : "transparent"
+        color: button.down ? Theme.pressFill : button.enabled && button.hovered ? Theme.hoverFill : "transparent"
     }
 
     HoverHandler {

@@ -64,6 +64,7 @@ ListRow {
 
             Item {
                 Layout.preferredWidth: 38
+                Layout.rightMargin: 6 // the button's ring reaches out of its column
                 implicitHeight: figure.implicitHeight
                 visible: row.acts
 

@@ -31,6 +31,8 @@ private Q_SLOTS:
     void anAmpersandIsNoShortcut();
     void tabGoesInReadingOrder();
     void thePointerBecomesAHand();
+    void whenNotEnabledThePointerLightsNothing_data() { everyWayPressesOnce_data(); }
+    void whenNotEnabledThePointerLightsNothing();
 };
 
 void PlainButtonTest::everyWayPressesOnce_data()
@@ -130,6 +132,21 @@ void PlainButtonTest::thePointerBecomesAHand()
     QTest::mouseMove(scene.window(), button->mapToScene({10, 10}).toPoint());
     QTRY_COMPARE(scene.window()->cursor().shape(), Qt::PointingHandCursor);
     QTRY_VERIFY(button->property("hovered").toBool());
+}
+
+void PlainButtonTest::whenNotEnabledThePointerLightsNothing()
+{
+    QFETCH(QByteArray, type);
+    QFETCH(QByteArray, properties);
+    testing::QmlScene scene(twoButtons(type, properties + "enabled: false;"));
+    QQuickItem *button = scene.item(u"button"_s);
+    const auto *ground = button->property("background").value<QQuickItem *>();
+    const QVariant before = ground->property("color");
+    // The pointer may still stand there from before.
+    QTest::mouseMove(scene.window(), {300, 300});
+    QTest::mouseMove(scene.window(), button->mapToScene({10, 10}).toPoint());
+    QTRY_VERIFY(button->property("hovered").toBool());
+    QCOMPARE(ground->property("color"), before);
 }
 
 } // namespace tarnwick
