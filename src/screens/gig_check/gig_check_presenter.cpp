@@ -39,7 +39,9 @@ QString GigCheckPresenter::sentence() const
 
 bool GigCheckPresenter::isGood() const
 {
-    return m_report && m_report->tracks > 0 && m_report->verdict == GigCheck::Verdict::Ready;
+    // Nothing is promised of a choice that has not been checked yet.
+    return m_answered == m_checks && m_report && m_report->tracks > 0 &&
+           m_report->verdict == GigCheck::Verdict::Ready;
 }
 
 void GigCheckPresenter::toggle(const QString &crate)
@@ -91,6 +93,7 @@ void GigCheckPresenter::readCrates()
 
 void GigCheckPresenter::check()
 {
+    const int ticket = ++m_checks;
     Q_EMIT changed();
     platform::runInBackground(
         platform::Priority::UserInitiated, this,
@@ -98,7 +101,7 @@ void GigCheckPresenter::check()
             return result ? GigCheckFigures::reportOf(*result, crates, picked)
                           : GigCheckFigures::Report();
         },
-        [this, ticket = ++m_checks](const GigCheckFigures::Report &report) {
+        [this, ticket](const GigCheckFigures::Report &report) {
             if (ticket == m_checks)
                 show(report);
         });
@@ -106,6 +109,7 @@ void GigCheckPresenter::check()
 
 void GigCheckPresenter::show(const GigCheckFigures::Report &report)
 {
+    m_answered = m_checks;
     m_report = report;
     m_blockers.setFindings(report.blockers);
     m_polish.setFindings(report.polish);

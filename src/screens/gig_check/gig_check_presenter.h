@@ -76,7 +76,8 @@ private:
     GigCrateModel m_crates;
     QStringList m_destinations;
     QString m_destination = GigCheckFigures::noDestination();
-    int m_checks = 0; ///< that were begun; the answer of the last one counts
+    int m_checks = 0;   ///< that were begun; the answer of the last one counts
+    int m_answered = 0; ///< the last of them whose answer has come
     std::optional<GigCheckFigures::Report> m_report;
     GigFindingModel m_blockers;
     GigFindingModel m_polish;

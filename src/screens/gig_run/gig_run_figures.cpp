@@ -163,20 +163,20 @@ SetSheet setSheet(const ScanResult &result, int crateCount)
 {
     SetSheet sheet;
     sheet.crates = crateCount;
-    qint64 seconds = 0;
+    quint64 seconds = 0; // wraps, as all sums of what files state
     std::vector<double> tempos;
     QSet<QString> keys;
     for (const ScannedTrack &scanned : result.tracks) {
         if (!scanned.existsOnDisk)
             continue;
         ++sheet.tracks;
-        seconds += ExportUtil::seconds(scanned.track.lengthText);
+        seconds += quint64(ExportUtil::seconds(scanned.track.lengthText));
         if (const double tempo = parseTempo(scanned.track.bpm).value_or(0); tempo > 0)
             tempos.push_back(tempo);
         if (scanned.track.hasKey())
             keys.insert(scanned.track.key);
     }
-    sheet.length = lengthText(seconds);
+    sheet.length = lengthText(qint64(seconds));
     sheet.tempoPath = tempoPath(tempos);
     sheet.keys = int(keys.size());
     return sheet;

@@ -1,3 +1,4 @@
+#include "support/running_program.h"
 #include "support/screen_fixture.h"
 
 using namespace tarnwick;
@@ -101,6 +102,44 @@ private Q_SLOTS:
         QVERIFY(m_user->button(u"Decide"_s));
     }
 
+    void theButtonsStayWhereSeratoRunsAndTheCommandRefuses_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::newRow("one") << u"Fix it"_s;
+        QTest::newRow("all") << u"Fix the 1 safe ones"_s;
+    }
+    void theButtonsStayWhereSeratoRunsAndTheCommandRefuses()
+    {
+        QFETCH(const QString, button);
+        addCopies(u"Twice"_s);
+        const RunningProgram serato(u"Serato DJ Pro"_s);
+        QVERIFY(m_user->openOn(Screen::FixQueue, u"FixQueueScreen"_s));
+        QVERIFY(m_user->shows(u"Serato is running. Changes are blocked until you close it — "
+                              "reading stays available."_s));
+        QVERIFY(m_user->button(button)->isEnabled());
+        QVERIFY(pressByPointer(m_user->button(button)));
+        QTRY_VERIFY(m_user->app().toast());
+        QVERIFY2(m_user->app().toast()->message.startsWith(u"Close Serato before"),
+                 qPrintable(m_user->app().toast()->message));
+        QVERIFY(QFile::exists(m_user->home(u"Twice1.mp3"_s)));
+        QCOMPARE(m_user->app().holding().count(), 0);
+    }
+
+    void aFilterIsForgottenWithTheScreen()
+    {
+        m_user->addMissingTrack(u"gone.mp3"_s, {textRecord("tsng", u"Gone")});
+        QVERIFY(m_user->openOn(Screen::FixQueue, u"FixQueueScreen"_s));
+        QVERIFY(isChosen(u"All"_s));
+        QVERIFY(pressByPointer(pill(u"Tags"_s)));
+        QTRY_VERIFY(isChosen(u"Tags"_s));
+        m_user->app().setSelection(Screen::Health);
+        QVERIFY(m_user->waitForView(u"HealthScreen"_s));
+        m_user->app().setSelection(Screen::FixQueue);
+        QVERIFY(m_user->waitForView(u"FixQueueScreen"_s));
+        QTRY_VERIFY(m_user->shows(u"Gone"_s));
+        QVERIFY(isChosen(u"All"_s));
+    }
+
     void goesThroughALongQueueByKeysAndKeepsItsPlaceOverAFix()
     {
         for (int i = 0; i < 60; ++i)
@@ -126,6 +165,10 @@ private:
         m_user->addTrack(title + u"1.mp3"_s, copy, "aa");
     }
     QQuickItem *pill(const QString &name) const { return m_user->button(name); }
+    bool isChosen(const QString &name) const
+    {
+        return QAccessible::queryAccessibleInterface(pill(name))->state().selected;
+    }
     QString focusedTrack() const
     {
         auto *seen = QAccessible::queryAccessibleInterface(m_user->window()->activeFocusItem());

@@ -43,6 +43,21 @@ private Q_SLOTS:
                  FixQueueFigures::Kind::Duplicate);
         QVERIFY(!model.issueOf(u"else"_s));
     }
+
+    void tellsRecordsOfOnePathApart()
+    {
+        CommandFixture user;
+        user.addMissingTrack(u"gone.mp3"_s, {textRecord("tsng", u"Ebb")});
+        user.addMissingTrack(u"gone.mp3"_s, {textRecord("tsng", u"Flow")});
+        AppState &app = user.start();
+        IssueModel model(app);
+        model.setIssues(FixQueueFigures::issuesOf(*app.derived()));
+        QCOMPARE(model.rowCount(), 2);
+        for (int row = 0; row < 2; ++row) {
+            const QString key = model.index(row).data(IssueModel::KeyRole).toString();
+            QCOMPARE(model.issueOf(key)->index, size_t(row));
+        }
+    }
 };
 
 QTEST_GUILESS_MAIN(IssueModelTest)

@@ -93,6 +93,7 @@ private Q_SLOTS:
         QVERIFY(presenter.isGood());
         QCOMPARE(presenter.blockers()->rowCount(), 0);
         presenter.toggle(u"Messy"_s);
+        QVERIFY(!presenter.isGood()); // until the answer is there
         QVERIFY(answers(presenter));
         QCOMPARE(presenter.picked(), u"2 picked"_s);
         QCOMPARE(presenter.verdict(), u"Not yet"_s);

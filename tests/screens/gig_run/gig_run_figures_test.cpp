@@ -119,6 +119,8 @@ private Q_SLOTS:
         QTest::newRow("59 minutes") << QStringList{u"30:00"_s, u"29:59"_s} << u"59m"_s;
         QTest::newRow("an hour") << QStringList{u"60:00"_s} << u"1h 0m"_s;
         QTest::newRow("3660 seconds") << QStringList{u"1:00:00"_s, u"1:00"_s} << u"1h 1m"_s;
+        const QString longest = u"0:9223372036854775807"_s;
+        QTest::newRow("a sum that wraps") << QStringList{longest, longest, u"1:02"_s} << u"1m"_s;
         QTest::newRow("no length") << QStringList{u"04:23.17"_s, u"5:00"_s} << u"5m"_s;
     }
     void theSheetWritesALength()

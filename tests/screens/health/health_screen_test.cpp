@@ -51,14 +51,19 @@ private Q_SLOTS:
     {
         addTypicalLibrary();
         QVERIFY(m_user->openOn(Screen::Health, u"HealthScreen"_s));
+        const QStringList triage = m_user->textsFrom(
+            u"A quick triage of your library and the shortest path to a clean one."_s);
+        QCOMPARE(triage.sliced(1, 6),
+                 QStringList({u"1"_s, u"Missing files"_s, u"2"_s, u"Duplicate groups"_s, u"3"_s,
+                              u"Untagged genre"_s}));
         const QStringList texts = m_user->textsFrom(u"Do this first"_s);
         QCOMPARE(texts.sliced(0, 4),
                  QStringList({u"Do this first"_s, u"1"_s, u"Relink 1 missing file"_s,
                               u"Serato can't find these on disk. Relinking keeps their cues and "
                               "grids."_s}));
         for (const auto &text :
-             {u"Clear 1 duplicate copy"_s, u"Tag 1 track with no genre"_s,
-              u"Analyse 3 tracks with no key"_s, u"House"_s, u"2 tagged"_s, u"1 analysed"_s})
+             {u"Clear 2 duplicate copies"_s, u"Tag 3 tracks with no genre"_s,
+              u"Analyse 5 tracks with no key"_s, u"House"_s, u"2 tagged"_s, u"1 analysed"_s})
             QVERIFY2(texts.contains(text), qPrintable(text));
         QVERIFY(!texts.contains(u"Nothing urgent. Your library is in good shape."_s));
     }
@@ -69,7 +74,7 @@ private Q_SLOTS:
         QFETCH(const Way, way);
         addTypicalLibrary();
         QVERIFY(m_user->openOn(Screen::Health, u"HealthScreen"_s));
-        QVERIFY(press(m_user->button(u"Clear 1 duplicate copy"_s), way));
+        QVERIFY(press(m_user->button(u"Clear 2 duplicate copies"_s), way));
         QCOMPARE(m_user->app().selection(), Screen::Duplicates);
         QVERIFY(m_user->waitForView(u"DuplicatesScreen"_s));
     }
@@ -81,6 +86,8 @@ private:
         const QByteArrayList copy = {textRecord("tsng", u"Twice"), textRecord("tgen", u"House")};
         m_user->addTrack(u"a.mp3"_s, copy);
         m_user->addTrack(u"b.mp3"_s, copy);
+        m_user->addTrack(u"c.mp3"_s, {textRecord("tsng", u"Again")});
+        m_user->addTrack(u"d.mp3"_s, {textRecord("tsng", u"Again")});
     }
 
     std::unique_ptr<ScreenFixture> m_user;
