@@ -39,6 +39,17 @@ int KeyedListModel::rowCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : int(m_places.size());
 }
 
+QStringList KeyedListModel::distinct(QStringList keys)
+{
+    QHash<QString, int> seen;
+    seen.reserve(keys.size());
+    for (QString &key : keys) {
+        if (const int before = seen[key]++)
+            key += QChar(u'\0') + QString::number(before);
+    }
+    return keys;
+}
+
 int KeyedListModel::placeOf(const QModelIndex &index) const
 {
     return checkIndex(index, CheckIndexOption::IndexIsValid) ? m_places.at(index.row()) : gone;

@@ -25,6 +25,9 @@ protected:
     /// Tells the views how the rows have changed: what went, what came, and that the rest may read
     /// otherwise than before.
     void setKeys(const QStringList &keys);
+    /// The same keys, each once: a second of a kind gets an addition that no path, name or key has.
+    /// For rows that act on their own record where two records may bear one path.
+    static QStringList distinct(QStringList keys);
 
     /// Where a row stands among the keys that were set last; -1 for one that is just going.
     int placeOf(const QModelIndex &index) const;

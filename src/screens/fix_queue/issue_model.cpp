@@ -1,7 +1,5 @@
 #include "screens/fix_queue/issue_model.h"
 
-#include <QHash>
-
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
@@ -71,16 +69,10 @@ void IssueModel::setIssues(std::vector<Issue> issues)
     QStringList keys;
     if (const auto derived = m_app.derived()) {
         keys.reserve(qsizetype(m_issues.size()));
-        QHash<QString, int> seen;
-        seen.reserve(qsizetype(m_issues.size()));
-        for (const Issue &issue : m_issues) {
-            // Two records may name one path; a NUL is in none.
-            const QString key = keyOf(issue, *derived);
-            const int before = seen[key]++;
-            keys.append(before == 0 ? key : key + QChar(u'\0') + QString::number(before));
-        }
+        for (const Issue &issue : m_issues)
+            keys.append(keyOf(issue, *derived));
     }
-    setKeys(keys);
+    setKeys(distinct(keys));
 }
 
 const Issue *IssueModel::issueOf(const QString &key) const

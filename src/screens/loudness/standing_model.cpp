@@ -53,7 +53,7 @@ void StandingModel::setRows(std::vector<Row> rows)
     keys.reserve(qsizetype(m_rows.size()));
     for (const Row &row : m_rows)
         keys.append(row.track.track.relativePath);
-    setKeys(keys);
+    setKeys(distinct(keys));
 }
 
 const StandingModel::Row *StandingModel::rowOf(const QString &key) const

@@ -32,8 +32,13 @@ QString pool(const SignalClient::PoolStats &stats)
 
 QString host(const QString &serverUrl)
 {
-    const QString host = QUrl(serverUrl).host();
-    return host.isEmpty() ? u"server"_s : host;
+    // What requests couldn't use has no host here either.
+    const QString host = QUrl(serverUrl, QUrl::StrictMode).host();
+    if (host.isEmpty())
+        return u"server"_s;
+    // As it was typed, where the library writes it in its own way.
+    const qsizetype typed = serverUrl.indexOf(host, 0, Qt::CaseInsensitive);
+    return typed < 0 ? host : serverUrl.sliced(typed, host.size());
 }
 
 QString windowTitle(int days)

@@ -64,7 +64,7 @@ void UntaggedModel::setRows(std::vector<Row> rows, size_t more)
     // No file lies at an empty path.
     if (m_more > 0)
         keys.append(QString());
-    setKeys(keys);
+    setKeys(distinct(keys));
 }
 
 const UntaggedModel::Row *UntaggedModel::rowOf(const QString &key) const

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -21,6 +22,8 @@ public:
     }
     void set(const QString &letters) { setKeys(letters.split(QString(), Qt::SkipEmptyParts)); }
     void set(const QStringList &keys) { setKeys(keys); }
+    void setDistinct(const QStringList &keys) { setKeys(distinct(keys)); }
+    QStringList known() const { return keys(); }
     QString shown() const
     {
         QString all;
@@ -37,6 +40,17 @@ class KeyedListModelTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void keysThatOccurTwiceCanBeToldApart()
+    {
+        Rows rows;
+        rows.setDistinct({u"a"_s, u"b"_s, u"a"_s, u"a"_s, u""_s});
+        const QStringList known = rows.known();
+        QCOMPARE(known.size(), 5);
+        QCOMPARE(known.first(2), QStringList({u"a"_s, u"b"_s}));
+        QCOMPARE(known.last(), QString());
+        QCOMPARE(QSet<QString>(known.begin(), known.end()).size(), 5);
+    }
+
     void tellsWhatHasComeAndGone_data()
     {
         QTest::addColumn<QString>("before");

@@ -1,3 +1,5 @@
+#include "screens/crate_hygiene/crate_hygiene_presenter.h"
+
 #include "support/running_program.h"
 #include "support/screen_fixture.h"
 #include "support/test_files.h"
@@ -20,6 +22,13 @@ private Q_SLOTS:
         m_user = std::make_unique<ScreenFixture>();
     }
     void cleanup() { m_user.reset(); }
+
+    void showsNothingWithoutALibrary()
+    {
+        m_user->open();
+        CrateHygienePresenter presenter(m_user->app());
+        QVERIFY(m_user->isEmptyView(Screen::Hygiene, &presenter));
+    }
 
     void showsThatAllIsTidy()
     {

@@ -1,3 +1,5 @@
+#include "screens/fix_queue/fix_queue_presenter.h"
+
 #include "support/running_program.h"
 #include "support/screen_fixture.h"
 
@@ -17,6 +19,13 @@ private Q_SLOTS:
         m_user = std::make_unique<ScreenFixture>();
     }
     void cleanup() { m_user.reset(); }
+
+    void showsNothingWithoutALibrary()
+    {
+        m_user->open();
+        FixQueuePresenter presenter(m_user->app());
+        QVERIFY(m_user->isEmptyView(Screen::FixQueue, &presenter));
+    }
 
     void showsAnEmptyQueue()
     {

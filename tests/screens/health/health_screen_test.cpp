@@ -1,3 +1,5 @@
+#include "screens/health/health_presenter.h"
+
 #include "support/screen_fixture.h"
 
 using namespace tarnwick;
@@ -16,6 +18,13 @@ private Q_SLOTS:
         m_user = std::make_unique<ScreenFixture>();
     }
     void cleanup() { m_user.reset(); }
+
+    void showsNothingWithoutALibrary()
+    {
+        m_user->open();
+        HealthPresenter presenter(m_user->app());
+        QVERIFY(m_user->isEmptyView(Screen::Health, &presenter));
+    }
 
     void showsAnEmptyLibrary()
     {

@@ -34,6 +34,8 @@ private Q_SLOTS:
         QTest::newRow("IPv4") << u"http://127.0.0.1:4000"_s << u"127.0.0.1"_s;
         QTest::newRow("IPv6") << u"http://[::1]:4000"_s << u"::1"_s;
         // Asking takes these for addresses; here they are read as they stand.
+        QTest::newRow("capitals") << u"https://Signal.Example.ORG/x"_s << u"Signal.Example.ORG"_s;
+        QTest::newRow("a blank in the path") << u"https://example.org/my crew"_s << u"server"_s;
         QTest::newRow("no scheme") << u"signal.example.org"_s << u"server"_s;
         QTest::newRow("no scheme, a port") << u"signal.example.org:8080"_s << u"server"_s;
         QTest::newRow("blanks around it") << u"  https://example.org "_s << u"server"_s;
