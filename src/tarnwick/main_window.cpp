@@ -1,5 +1,6 @@
 #include "tarnwick/main_window.h"
 
+#include "foundation/screen.h"
 #include "screens/components/install.h"
 
 #include <QQuickWindow>
@@ -18,6 +19,14 @@ namespace {
 /// In which an event comes back from the display server.
 constexpr std::chrono::milliseconds timeOfAnEvent(50);
 
+QStringList symbolsOfScreens()
+{
+    QStringList symbols;
+    for (const ScreenInfo &screen : allScreens())
+        symbols.append(screen.symbol);
+    return symbols;
+}
+
 } // namespace
 
 MainWindow::MainWindow(AppState &app)
@@ -25,7 +34,7 @@ MainWindow::MainWindow(AppState &app)
 {
     // The desktop's own rendering of letters, with and without a graphics card.
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
-    installComponents(m_engine);
+    installComponents(m_engine, symbolsOfScreens());
     m_engine.setInitialProperties({{u"presenter"_s, QVariant::fromValue(&m_presenter)}});
     m_engine.load(QUrl(u"qrc:/qt/qml/Tarnwick/Screens/Main.qml"_s));
     if (m_engine.rootObjects().isEmpty())

@@ -42,7 +42,7 @@ T.AbstractButton {
     FocusRing {
         corner: button.corner
         gap: button.ringGap
-        color: button.ringColor
+        border.color: button.ringColor
         visible: button.visualFocus
     }
 }

@@ -2,7 +2,11 @@
 
 #include <QFile> // platform: allowed, the drawings lie in the program itself
 #include <QPainter>
+#include <QPromise>
 #include <QSvgRenderer>
+#include <QThreadPool>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +25,20 @@ QByteArray drawingOf(const QString &symbol, int lines)
         return {};
     QByteArray drawing = file.readAll();
     return lines == Icons::Heavy ? drawing.replace(plainLines, heavyLines) : drawing;
+}
+
+/// The symbol in whatever colour; nothing if there is no such drawing.
+QImage drawn(const QString &symbol, int lines, const QSize &requested)
+{
+    QSvgRenderer renderer(drawingOf(symbol, lines));
+    if (!renderer.isValid())
+        return {};
+    const QSize natural(naturalSize, naturalSize);
+    QImage image(requested.isEmpty() ? natural : requested, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    renderer.render(&painter);
+    return image;
 }
 
 void paintOver(QImage &image, const QColor &color)
@@ -57,18 +75,31 @@ QImage IconProvider::requestImage(const QString &address, QSize *size, const QSi
     const QStringList parts = address.split(u'/');
     if (parts.size() != 3)
         return {};
-    QSvgRenderer renderer(drawingOf(parts[0], parts[2].toInt()));
-    if (!renderer.isValid())
+    const int lines = parts[2].toInt();
+    QImage image;
+    if (lines == Icons::Plain && m_prepared.isValid())
+        image = m_prepared.result().value(parts[0]);
+    if (image.isNull() || image.size() != requested)
+        image = drawn(parts[0], lines, requested);
+    if (image.isNull())
         return {};
-    const QSize natural(naturalSize, naturalSize);
-    QImage image(requested.isEmpty() ? natural : requested, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    renderer.render(&painter);
-    painter.end();
     paintOver(image, QColor(u'#' + parts[1]));
     *size = image.size();
     return image;
+}
+
+void IconProvider::prepare(QThreadPool *pool, const QStringList &symbols, int side)
+{
+    const auto promise = std::make_shared<QPromise<Drawings>>();
+    m_prepared = promise->future();
+    promise->start();
+    pool->start([promise, symbols, side] {
+        Drawings drawings;
+        for (const QString &symbol : symbols)
+            drawings.insert(symbol, drawn(symbol, Icons::Plain, {side, side}));
+        promise->addResult(std::move(drawings));
+        promise->finish();
+    });
 }
 
 } // namespace tarnwick

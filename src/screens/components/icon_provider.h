@@ -1,10 +1,14 @@
 #pragma once
 
 #include <QColor>
+#include <QFuture>
+#include <QHash>
 #include <QObject>
 #include <QQuickImageProvider>
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
+
+class QThreadPool;
 
 namespace tarnwick {
 
@@ -40,6 +44,15 @@ public:
     /// `address` is what `Icons::url` puts behind the provider's name. Without a requested size the
     /// picture is 24 pixels wide and high.
     QImage requestImage(const QString &address, QSize *size, const QSize &requested) override;
+
+    /// Draws symbols in a thread of the pool, for the first requests in plain lines of that size,
+    /// whatever the colour. Only ahead of all requests.
+    void prepare(QThreadPool *pool, const QStringList &symbols, int side);
+
+private:
+    using Drawings = QHash<QString, QImage>; ///< by symbol
+
+    QFuture<Drawings> m_prepared;
 };
 
 } // namespace tarnwick

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QTest>
+#include <QThreadPool>
 
 using namespace Qt::StringLiterals;
 
@@ -49,6 +50,8 @@ private Q_SLOTS:
     void theDrawingTakesTheColourAskedFor();
     void thePictureHasTheSizeAskedFor_data();
     void thePictureHasTheSizeAskedFor();
+    void aPreparedPictureIsNoOther_data();
+    void aPreparedPictureIsNoOther();
     void heavyLinesCoverMore();
     void anUnknownSymbolHasNoPicture();
     void noSymbolHasNoAddress();
@@ -94,6 +97,34 @@ void IconProviderTest::thePictureHasTheSizeAskedFor()
 {
     QFETCH(int, side);
     QCOMPARE(draw(u"tag"_s, side, Qt::black).size(), QSize(side, side));
+}
+
+void IconProviderTest::aPreparedPictureIsNoOther_data()
+{
+    QTest::addColumn<QString>("symbol");
+    QTest::addColumn<int>("side");
+    QTest::addColumn<Icons::Lines>("lines");
+    QTest::newRow("as prepared") << u"bolt.fill"_s << 16 << Icons::Plain;
+    QTest::newRow("of another size") << u"bolt.fill"_s << 32 << Icons::Plain;
+    QTest::newRow("in heavy lines") << u"arrow.right"_s << 16 << Icons::Heavy;
+    QTest::newRow("not prepared") << u"tag"_s << 16 << Icons::Plain;
+    QTest::newRow("unknown") << u"no.such.symbol"_s << 16 << Icons::Plain;
+}
+
+void IconProviderTest::aPreparedPictureIsNoOther()
+{
+    QFETCH(const QString, symbol);
+    QFETCH(const int, side);
+    QFETCH(const Icons::Lines, lines);
+    QThreadPool pool;
+    IconProvider provider;
+    provider.prepare(&pool, {u"bolt.fill"_s, u"arrow.right"_s, u"no.such.symbol"_s}, 16);
+    for (const QColor &color : {QColor(236, 48, 19), QColor(0, 0, 0, 128)}) {
+        const QString address = Icons::url(symbol, color, lines).path().mid(1);
+        QSize size;
+        const QImage picture = provider.requestImage(address, &size, {side, side});
+        QCOMPARE(picture, draw(symbol, side, color, lines));
+    }
 }
 
 void IconProviderTest::heavyLinesCoverMore()

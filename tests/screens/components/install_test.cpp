@@ -18,10 +18,15 @@ private Q_SLOTS:
     void anEngineFindsModulesAndPictures()
     {
         QQmlEngine engine;
-        installComponents(engine);
+        installComponents(engine, {u"tag"_s});
         QVERIFY(engine.importPathList().contains(u"qrc:/qt/qml"_s));
         QVERIFY(engine.imageProvider(QString::fromLatin1(IconProvider::id)));
         QVERIFY(engine.imageProvider(QString::fromLatin1(ShadowProvider::id)));
+        auto *icons = static_cast<IconProvider *>(
+            engine.imageProvider(QString::fromLatin1(IconProvider::id)));
+        const QString address = Icons::url(u"tag"_s, Qt::black, Icons::Plain).path().mid(1);
+        QSize size;
+        QVERIFY(!icons->requestImage(address, &size, {16, 16}).isNull());
     }
 };
 
