@@ -89,12 +89,23 @@ Rectangle {
             border.color: Theme.sectionRule
         }
 
-        ToastBar {
+        /// Made for the first message: the first picture does without.
+        Loader {
+            id: toast
+
+            readonly property bool wanted: root.presenter.toast.shown
+
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
             anchors.bottomMargin: 18
-            widest: parent.width - 36
-            presenter: root.presenter.toast
+            active: false
+            Component.onCompleted: toast.active = toast.wanted
+            onWantedChanged: toast.active = true
+
+            sourceComponent: ToastBar {
+                widest: panel.width - 36
+                presenter: root.presenter.toast
+            }
         }
     }
 }

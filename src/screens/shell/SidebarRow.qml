@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tarnwick.Components
 
 /// A screen in the sidebar. One that is not built yet is dimmed, but can be selected like the others.
@@ -24,19 +23,29 @@ PlainButton {
     Accessible.selectable: true
     Accessible.selected: row.selected
 
-    contentItem: RowLayout {
+    contentItem: Item {
+        implicitHeight: Math.max(icon.height, Math.ceil(words.implicitHeight))
         // White on the paler ground of a selected row is what half of both comes to.
         opacity: row.selected ? 1 : row.presence
-        spacing: 9
 
         Icon {
+            id: icon
+
+            anchors.verticalCenter: parent.verticalCenter
+            width: 16
+            height: 16
             symbol: row.symbol
-            size: 16
             color: row.selected ? Theme.onFill : Theme.inkSoft
         }
 
         PlainText {
-            Layout.fillWidth: true
+            id: words
+
+            anchors.verticalCenter: parent.verticalCenter
+            anchors.left: icon.right
+            anchors.leftMargin: 9
+            anchors.right: figure.left
+            anchors.rightMargin: figure.visible ? 9 : 0
             text: row.title
             color: row.selected ? Theme.onFill : Theme.ink
             font: Theme.font(13, row.selected ? Font.DemiBold : Font.Normal)
@@ -45,6 +54,11 @@ PlainButton {
         }
 
         Figure {
+            id: figure
+
+            anchors.verticalCenter: parent.verticalCenter
+            anchors.right: parent.right
+            width: Math.ceil(figure.implicitWidth)
             visible: row.badge.length > 0
             text: row.badge
             color: row.selected ? Theme.onFill : Theme.inkSoft

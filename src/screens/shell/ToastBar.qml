@@ -10,15 +10,19 @@ Rectangle {
     required property ToastPresenter presenter
     required property real widest
 
+    /// The bar of the first message comes into view like any other.
+    property bool made: false
+
     implicitWidth: row.implicitWidth + 32
     implicitHeight: row.implicitHeight + 22
     radius: 12
     color: Theme.ink
-    opacity: bar.presenter.shown ? 1 : 0
+    opacity: bar.made && bar.presenter.shown ? 1 : 0
     visible: bar.opacity > 0
     enabled: bar.presenter.shown
     Accessible.role: Accessible.AlertMessage
     Accessible.name: bar.presenter.message
+    Component.onCompleted: bar.made = true
 
     Behavior on opacity {
         NumberAnimation {
