@@ -318,7 +318,7 @@ void MainWindowTest::goesToTheWorstDimension()
     m_fixture->openAndScan();
     QVERIFY(press(m_fixture->button(u"Go to Track ID"_s), way));
     QCOMPARE(app().selection(), Screen::TrackId);
-    QVERIFY(m_fixture->waitForView(u"ComingSoonScreen"_s));
+    QVERIFY(m_fixture->waitForView(u"TrackIDScreen"_s));
 }
 
 void MainWindowTest::hasNoFiguresBeforeTheFirstScan()

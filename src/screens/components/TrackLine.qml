@@ -15,6 +15,8 @@ Column {
     PlainText {
         width: line.width
         text: line.first
+        // A file may bear neither artist nor title.
+        Accessible.ignored: line.first.length === 0
         font: Theme.font(13.5)
         maximumLineCount: 1
         elide: Text.ElideRight

@@ -33,8 +33,9 @@ QString pool(const SignalClient::PoolStats &stats)
 QString host(const QString &serverUrl)
 {
     // What requests couldn't use has no host here either.
-    const QString host = QUrl(serverUrl, QUrl::StrictMode).host();
-    if (host.isEmpty())
+    const QUrl url(serverUrl, QUrl::StrictMode);
+    const QString host = url.host();
+    if (!url.isValid() || host.isEmpty())
         return u"server"_s;
     // As it was typed, where the library writes it in its own way.
     const qsizetype typed = serverUrl.indexOf(host, 0, Qt::CaseInsensitive);
