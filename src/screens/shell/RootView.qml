@@ -103,8 +103,8 @@ Rectangle {
             onWantedChanged: toast.active = true
 
             sourceComponent: ToastBar {
-                widest: panel.width - 36
-                presenter: root.presenter.toast
+                widest: panel.width - 36 // qmllint disable unqualified
+                presenter: root.presenter.toast // qmllint disable unqualified
             }
         }
     }

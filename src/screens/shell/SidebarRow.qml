@@ -23,7 +23,7 @@ PlainButton {
     Accessible.selectable: true
     Accessible.selected: row.selected
 
-    contentItem: Item {
+    contentItem: Item { // qmllint disable deferred-property-id
         implicitHeight: Math.max(icon.height, Math.ceil(words.implicitHeight))
         // White on the paler ground of a selected row is what half of both comes to.
         opacity: row.selected ? 1 : row.presence
