@@ -37,7 +37,7 @@ void LossModel::setLosses(const QList<CueVault::Loss> &losses)
     keys.reserve(losses.size());
     for (const CueVault::Loss &loss : losses)
         keys.append(loss.track.track.relativePath);
-    setKeys(keys);
+    setKeys(distinct(keys));
 }
 
 const CueVault::Loss *LossModel::lossOf(const QString &key) const

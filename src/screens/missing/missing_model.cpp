@@ -54,7 +54,7 @@ void MissingModel::readLibrary()
             keys.append(result->tracks[i].track.relativePath);
         }
     }
-    setKeys(keys);
+    setKeys(distinct(keys));
 }
 
 void MissingModel::setExpanded(const QUuid &track)

@@ -50,6 +50,16 @@ private Q_SLOTS:
         QCOMPARE(m_user->app().result()->total(), 2);
     }
 
+    void opensTheRowOfItsOwnWhereTwoRecordsNameOnePath()
+    {
+        m_user->addMissingTrack(u"Music/gone.mp3"_s);
+        m_user->addMissingTrack(u"Music/gone.mp3"_s);
+        MissingPresenter presenter(m_user->start());
+        presenter.toggle(key(presenter, 1));
+        QCOMPARE(cell(*presenter.tracks(), 0, MissingModel::ExpandedRole), false);
+        QCOMPARE(cell(*presenter.tracks(), 1, MissingModel::ExpandedRole), true);
+    }
+
     void offersWhereTheFileMightBe()
     {
         m_user->addMissingTrack(u"Music/ebb.mp3"_s, {numberRecord("ufsb", 4)});
