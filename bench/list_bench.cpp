@@ -15,6 +15,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTemporaryDir>
+#include <QtEndian>
 
 #include <algorithm>
 #include <cstdio>
@@ -49,7 +50,7 @@ void writeChangeLog()
     QByteArrayList texts;
     for (int i = 0; i < rowCount; ++i) {
         ChangeEntry entry = first;
-        entry.id = QUuid::createUuid();
+        entry.id = QUuid::createUuid().toString(QUuid::WithoutBraces);
         entry.target = u"Some Artist - Some Title %1.mp3"_s.arg(i);
         texts.append(StoreFile::encoded(entry));
     }
