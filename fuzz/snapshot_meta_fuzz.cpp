@@ -10,12 +10,23 @@ using namespace tarnwick::fuzzing;
 
 namespace {
 
-std::optional<Snapshot> snapshotIn(QByteArrayView bytes, bool &hasWrittenForm)
+struct Meta
+{
+    Snapshot snapshot;
+    /// The record without what may stand around it: a mark of the encoding, white space.
+    QByteArrayView text;
+    bool hasWrittenForm = false;
+};
+
+std::optional<Meta> metaIn(QByteArrayView bytes)
 {
     JsonReader json(bytes);
-    Snapshot snapshot;
-    const bool isGood = Snapshot::read(json, snapshot, &hasWrittenForm) && json.end();
-    return isGood ? std::optional(snapshot) : std::nullopt;
+    Meta meta;
+    const qsizetype start = json.valueStart();
+    if (!Snapshot::read(json, meta.snapshot, &meta.hasWrittenForm))
+        return std::nullopt;
+    meta.text = json.bytesBetween(start, json.position());
+    return json.end() ? std::optional(meta) : std::nullopt;
 }
 
 } // namespace
@@ -23,16 +34,16 @@ std::optional<Snapshot> snapshotIn(QByteArrayView bytes, bool &hasWrittenForm)
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArrayView input = viewOf(data, size);
-    bool hasWrittenForm = false;
-    const auto snapshot = snapshotIn(input, hasWrittenForm);
-    if (!snapshot)
+    const auto meta = metaIn(input);
+    if (!meta)
         return 0;
     QByteArray written;
     JsonWriter json(written, JsonWriter::Style::Pretty);
-    snapshot->write(json);
-    if (hasWrittenForm)
-        require(input.toByteArray().trimmed() == written, "what looks as written is");
-    require(snapshotIn(written, hasWrittenForm) == snapshot, "the record comes back");
-    require(hasWrittenForm, "in the form in which it is written");
+    meta->snapshot.write(json);
+    if (meta->hasWrittenForm)
+        require(meta->text == written, "what looks as written is");
+    const auto again = metaIn(written);
+    require(again && again->snapshot == meta->snapshot, "the record comes back");
+    require(again->hasWrittenForm, "in the form in which it is written");
     return 0;
 }
