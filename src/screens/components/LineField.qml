@@ -38,7 +38,7 @@ T.TextField {
         height: field.height
         visible: field.length === 0 && field.preeditText.length === 0
         text: field.placeholderText
-        color: Theme.inkFaint
+        color: Theme.inkSoft
         font: field.font
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight

@@ -58,7 +58,7 @@ RowLayout {
 
                     anchors.centerIn: parent
                     text: tag.modelData
-                    color: Theme.inkSoft
+                    color: Theme.neutral700
                     font: Theme.font(10.5, Font.Medium)
                 }
             }
@@ -69,7 +69,7 @@ RowLayout {
         Layout.preferredWidth: 70
         horizontalAlignment: Text.AlignRight
         text: member.kept ? "Keep" : "→ holding"
-        color: member.kept ? Theme.good : Theme.inkFaint
+        color: member.kept ? Theme.good : Theme.inkSoft
         font: Theme.font(12, Font.DemiBold)
     }
 }

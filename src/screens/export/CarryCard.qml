@@ -32,7 +32,7 @@ Card {
         Layout.topMargin: 8
         visible: note.text.length > 0
         text: card.presenter.stemsNote
-        color: Theme.inkFaint
+        color: Theme.inkSoft
         font: Theme.font(12)
         wrapMode: Text.Wrap
     }

@@ -44,7 +44,7 @@ ColumnLayout {
                 anchors.centerIn: parent
                 visible: row.symbol.length === 0
                 text: row.number
-                color: Theme.onFill
+                color: Theme.ink
                 font: Theme.font(11, Font.DemiBold)
             }
 
@@ -77,7 +77,7 @@ ColumnLayout {
 
         PlainText {
             text: row.status
-            color: row.symbol.length > 0 ? Theme.inkSoft : Theme.inkFaint
+            color: Theme.inkSoft
             font: Theme.font(12.5)
         }
     }

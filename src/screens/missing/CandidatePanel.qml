@@ -62,7 +62,7 @@ Rectangle {
                     Figure {
                         anchors.centerIn: parent
                         text: candidate.badge
-                        color: Theme.onFill
+                        color: candidate.tint === Tint.Good ? Theme.onFill : Theme.ink
                         font: Theme.font(11, Font.DemiBold)
                     }
                 }

@@ -58,7 +58,7 @@ ListRow {
                 PlainText {
                     Layout.fillWidth: true
                     text: row.lastSeen
-                    color: Theme.inkFaint
+                    color: Theme.inkSoft
                     font: Theme.font(11)
                     maximumLineCount: 1
                     elide: Text.ElideMiddle

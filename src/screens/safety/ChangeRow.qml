@@ -67,7 +67,7 @@ ListRow {
             PlainText {
                 visible: row.undone
                 text: "Undone"
-                color: Theme.inkFaint
+                color: Theme.inkSoft
                 font: Theme.font(12, Font.DemiBold)
             }
 

@@ -53,7 +53,7 @@ ColumnLayout {
             PlainText {
                 Layout.fillWidth: true
                 text: row.folder
-                color: Theme.inkFaint
+                color: Theme.inkSoft
                 font: Theme.font(11.5)
                 elide: Text.ElideMiddle
             }
@@ -61,7 +61,8 @@ ColumnLayout {
             PlainText {
                 Layout.fillWidth: true
                 text: row.status
-                color: row.colour
+                // Too pale for words.
+                color: row.tint === Tint.Neutral ? Theme.inkSoft : row.colour
                 font: Theme.font(12)
                 elide: Text.ElideRight
             }

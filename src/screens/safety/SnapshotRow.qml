@@ -55,7 +55,7 @@ ListRow {
             PlainText {
                 Layout.fillWidth: true
                 text: row.line
-                color: Theme.inkFaint
+                color: Theme.inkSoft
                 font: Theme.font(11)
                 maximumLineCount: 1
                 elide: Text.ElideRight

@@ -69,7 +69,7 @@ ColumnLayout {
 
             PlainText {
                 text: "Solo · free"
-                color: Theme.inkFaint
+                color: Theme.neutral700
                 font: Theme.font(11)
             }
         }

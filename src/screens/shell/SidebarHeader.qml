@@ -42,7 +42,7 @@ RowLayout {
 
         PlainText {
             text: "Serato library care"
-            color: Theme.inkFaint
+            color: Theme.neutral700
             font: Theme.font(11)
         }
     }

@@ -61,7 +61,7 @@ PlainButton {
             width: Math.ceil(figure.implicitWidth)
             visible: row.badge.length > 0
             text: row.badge
-            color: row.selected ? Theme.onFill : Theme.inkSoft
+            color: row.selected ? Theme.onFill : Theme.neutral700
             font: Theme.font(11.5, Font.Medium)
             Accessible.ignored: true
         }

@@ -81,7 +81,7 @@ Popover {
             Layout.fillWidth: true
             Layout.topMargin: 14
             text: "Your DJ id is a random code stored only on this Mac — never your name."
-            color: Theme.inkFaint
+            color: Theme.inkSoft
             font: Theme.font(11.5)
             lineHeight: 1.2
             wrapMode: Text.Wrap

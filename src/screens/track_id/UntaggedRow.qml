@@ -86,7 +86,7 @@ ListRow {
                     anchors.verticalCenter: parent.verticalCenter
                     visible: !row.acts
                     text: "no signal yet"
-                    color: Theme.inkFaint
+                    color: Theme.inkSoft
                     font: Theme.font(12.5)
                 }
 

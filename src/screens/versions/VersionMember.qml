@@ -60,7 +60,7 @@ PlainButton {
             Layout.preferredWidth: 64
             horizontalAlignment: Text.AlignRight
             text: member.kept ? "Keep" : "→ Archive"
-            color: member.kept ? Theme.good : Theme.inkFaint
+            color: member.kept ? Theme.good : Theme.inkSoft
             font: Theme.font(12, Font.DemiBold)
         }
     }
