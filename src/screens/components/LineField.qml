@@ -8,8 +8,8 @@ T.TextField {
 
     /// What a screen reader calls it.
     required property string label
-    /// Whether what is typed is hidden.
-    property bool secret: false
+    /// The same as `text`.
+    property alias value: field.text
 
     implicitWidth: 240
     implicitHeight: 34
@@ -21,11 +21,8 @@ T.TextField {
     selectedTextColor: Theme.ink
     selectByMouse: true
     verticalAlignment: TextInput.AlignVCenter
-    echoMode: field.secret ? TextInput.Password : TextInput.Normal
-    inputMethodHints: field.secret ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase : Qt.ImhNone
     Accessible.name: field.label
-    // Of a secret field Qt tells no name.
-    Accessible.description: field.secret ? field.label : field.placeholderText
+    Accessible.description: field.placeholderText
     background: Rectangle {
         radius: Theme.radius.control
         color: Theme.card

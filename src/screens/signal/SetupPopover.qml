@@ -49,15 +49,14 @@ Popover {
             font: Theme.font(12, Font.DemiBold)
         }
 
-        LineField {
+        SecretField {
             id: key
 
             Layout.fillWidth: true
             label: "Access key"
-            secret: true
-            text: setup.presenter.apiKey
+            value: setup.presenter.apiKey
             placeholderText: "from your crew"
-            onTextEdited: setup.presenter.apiKey = key.text
+            onTextEdited: setup.presenter.apiKey = key.value
         }
 
         PlainText {
