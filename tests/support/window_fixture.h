@@ -52,6 +52,11 @@ public:
     }
     QStringList texts() const { return textsOf(content()); }
     QQuickItem *button(const QString &name) const { return itemNamed(content(), name); }
+    /// A choice of the list that is open.
+    QQuickItem *choice(const QString &name) const
+    {
+        return itemNamed(content(), name, QAccessible::MenuItem);
+    }
     QQuickItem *text(const QString &words) const
     {
         return itemNamed(content(), words, QAccessible::StaticText);

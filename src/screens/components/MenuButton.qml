@@ -1,37 +1,28 @@
 import QtQuick
-import QtQml
-import QtQuick.Templates as T
 import Tarnwick.Components
 
-/// A button that says what is chosen and opens the list of choices. Who owns the choice changes it
-/// when one is chosen.
+/// A wide button that says what is chosen and opens the list of choices. Who owns the choice changes
+/// it when one is picked.
 PlainButton {
     id: button
 
     /// Name of a symbol; none for none.
     property string symbol
-    /// A list of texts.
-    property var entries: []
-    readonly property bool isOpen: menu.visible
-    readonly property real gap: 4
+    property alias choices: list.choices
+    property alias chosen: list.chosen
+    readonly property bool isOpen: list.visible
 
     /// The list is about to be seen.
     signal opened
-    signal chosen(string entry)
+    signal picked(int index)
 
     horizontalPadding: 12
     verticalPadding: 9
     Keys.onDownPressed: button.press()
     onClicked: {
-        if (menu.visible) {
-            menu.close();
-            return;
-        }
-        button.opened();
-        menu.byKeyboard = button.visualFocus;
-        const below = button.mapToItem(null, 0, button.height).y + button.gap;
-        menu.opensUp = below + menu.height + menu.margins > button.Window.height;
-        menu.open();
+        if (!list.opened)
+            button.opened();
+        list.toggle();
     }
     contentItem: Item { // qmllint disable deferred-property-id
         implicitWidth: face.implicitWidth + 10 + arrows.width
@@ -73,61 +64,14 @@ PlainButton {
     }
     background: Rectangle {
         radius: Theme.radius.control
-        color: button.down || menu.visible ? Theme.neutral200 : button.hovered ? Theme.neutral100 : Theme.card
+        color: button.down || list.visible ? Theme.neutral200 : button.hovered ? Theme.neutral100 : Theme.card
         border.color: Theme.controlRule
     }
 
-    T.Menu {
-        id: menu
+    ChoiceList {
+        id: list
 
-        /// Where there is no room below.
-        property bool opensUp: false
-        property bool byKeyboard: false
-
-        y: menu.opensUp ? -menu.height - button.gap : button.height + button.gap
-        width: button.width
-        height: Math.min(implicitHeight, 320)
-        implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-        padding: 5
-        margins: 12
-        focus: true
-        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
-        onClosed: button.forceActiveFocus(menu.byKeyboard ? Qt.TabFocusReason : Qt.PopupFocusReason)
-
-        Instantiator {
-            model: button.entries
-            delegate: MenuEntry {
-                required property string modelData
-
-                text: modelData
-                current: modelData === button.text // qmllint disable unqualified
-                onTriggered: button.chosen(modelData) // qmllint disable unqualified
-            }
-            onObjectAdded: (index, object) => menu.insertItem(index, object)
-            onObjectRemoved: (index, object) => menu.removeItem(object)
-        }
-
-        contentItem: ListView {
-            implicitHeight: contentHeight
-            model: menu.contentModel
-            currentIndex: menu.currentIndex
-            interactive: contentHeight > height
-            boundsBehavior: Flickable.StopAtBounds
-            clip: true
-            keyNavigationEnabled: false
-        }
-
-        background: Rectangle {
-            radius: Theme.radius.control + 2
-            color: Theme.card
-            border.color: Theme.controlRule
-
-            SoftShadow {
-                color: Theme.toastShadow.color
-                blur: Theme.toastShadow.radius
-                offset: Theme.toastShadow.y
-                corner: Theme.radius.control + 2
-            }
-        }
+        opener: button
+        onPicked: index => button.picked(index)
     }
 }

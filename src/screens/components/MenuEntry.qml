@@ -2,51 +2,59 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick.Components
 
-/// A choice in the list of a MenuButton, with a mark while it is the present one.
+/// A choice in the list of a button, with a mark while it is the present one. A screen reader takes
+/// no PlainButton for an entry of a menu.
 T.MenuItem {
     id: entry
 
     property bool current: false
 
-    implicitWidth: words.implicitWidth + leftPadding + rightPadding
-    implicitHeight: words.implicitHeight + topPadding + bottomPadding
-    leftPadding: 9
-    rightPadding: 9
-    topPadding: 7
-    bottomPadding: 7
+    implicitWidth: words.implicitWidth + 36
     hoverEnabled: true
-    Accessible.role: Accessible.MenuItem
+    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: false
     Accessible.name: entry.text
+    Accessible.selectable: true
+    Accessible.selected: entry.current
     Accessible.onPressAction: entry.clicked()
-    Keys.onReturnPressed: entry.clicked()
-    Keys.onEnterPressed: entry.clicked()
+    Keys.onReturnPressed: event => event.isAutoRepeat || entry.clicked()
+    Keys.onEnterPressed: event => event.isAutoRepeat || entry.clicked()
     contentItem: Item { // qmllint disable deferred-property-id
-        implicitHeight: words.implicitHeight
+        Icon {
+            x: 8
+            anchors.verticalCenter: parent.verticalCenter
+            visible: entry.current
+            symbol: "checkmark"
+            size: 12
+            color: Theme.accent
+            heavy: true
+        }
 
         PlainText {
             id: words
 
+            x: 28
+            width: parent.width - 36
             anchors.verticalCenter: parent.verticalCenter
-            width: parent.width - 24
             text: entry.text
-            color: entry.highlighted ? Theme.accent700 : Theme.ink
-            font: Theme.font(13, entry.current ? Font.DemiBold : Font.Normal)
+            font: Theme.font(12.5)
             elide: Text.ElideRight
             Accessible.ignored: true
         }
-
-        Icon {
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            visible: entry.current
-            symbol: "checkmark"
-            size: 13
-            color: Theme.accent
-            heavy: true
-        }
     }
     background: Rectangle {
-        radius: 7
-        color: entry.highlighted ? Theme.accent100 : "transparent"
+        radius: Theme.radius.control
+        color: entry.down ? Theme.pressFill : entry.activeFocus ? Theme.hoverFill : "transparent"
+    }
+
+    HoverHandler {
+        cursorShape: Qt.PointingHandCursor
+    }
+
+    FocusRing {
+        corner: Theme.radius.control
+        gap: -2
+        border.color: Theme.focusRing
+        visible: entry.visualFocus
     }
 }

@@ -46,10 +46,11 @@ Item {
                         Layout.fillWidth: true
                         symbol: "externaldrive"
                         text: screen.presenter.destination
-                        entries: screen.presenter.destinations
+                        choices: screen.presenter.destinations
+                        chosen: screen.presenter.destinations.indexOf(screen.presenter.destination)
                         Accessible.description: "Destination"
                         onOpened: screen.presenter.lookForDrives()
-                        onChosen: entry => screen.presenter.chooseDestination(entry)
+                        onPicked: row => screen.presenter.chooseDestination(screen.presenter.destinations[row])
                     }
                 }
             }

@@ -19,7 +19,7 @@ QByteArray menuOf(int choices)
 
 QQuickItem *choice(testing::QmlScene &scene, const QString &name)
 {
-    return testing::itemNamed(scene.window()->contentItem(), name);
+    return testing::itemNamed(scene.window()->contentItem(), name, QAccessible::MenuItem);
 }
 
 } // namespace

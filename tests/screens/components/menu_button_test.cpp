@@ -19,8 +19,9 @@ private Q_SLOTS:
             "property list<string> entries: ['One', 'Two', 'Three'];"
             "Column { PlainButton { text: 'other'; width: 40; height: 20 }"
             "MenuButton { objectName: 'menu'; width: 220; text: root.choice;"
-            "symbol: 'externaldrive'; entries: root.entries; onOpened: ++root.openings;"
-            "onChosen: entry => root.choice = entry } } }");
+            "symbol: 'externaldrive'; choices: root.entries; onOpened: ++root.openings;"
+            "chosen: root.entries.indexOf(root.choice);"
+            "onPicked: index => root.choice = root.entries[index] } } }");
         m_button = m_scene->item(u"menu"_s);
     }
     void cleanup() { m_scene.reset(); }
@@ -103,8 +104,8 @@ private Q_SLOTS:
 
     void opensUpwardsWhereThereIsNoRoomBelow()
     {
-        m_scene->window()->resize(480, 150);
-        m_button->parentItem()->setY(90);
+        m_scene->window()->resize(480, 190);
+        m_button->parentItem()->setY(135);
         QVERIFY(pressByPointer(m_button));
         QTRY_VERIFY(entry(u"Three"_s));
         settle();

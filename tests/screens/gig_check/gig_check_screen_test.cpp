@@ -257,7 +257,7 @@ private:
     }
     QQuickItem *entry(const QString &name) const
     {
-        return itemNamed(m_user->content(), name, QAccessible::MenuItem);
+        return m_user->choice(name);
     }
     QStringList entries() const
     {
@@ -272,8 +272,8 @@ private:
     {
         if (way == Way::Pointer || way == Way::ScreenReader)
             return press(entry(name), way);
-        QTest::keyClick(m_user->window(), Qt::Key_Down);
-        QTest::keyClick(m_user->window(), Qt::Key_Down);
+        for (qsizetype steps = entries().indexOf(name); steps > 0; --steps)
+            QTest::keyClick(m_user->window(), Qt::Key_Down);
         QTest::keyClick(m_user->window(), way == Way::Space ? Qt::Key_Space : Qt::Key_Return);
         return true;
     }

@@ -60,7 +60,7 @@ private:
         return m_user->openAndFetch();
     }
     QQuickItem *lane(const QString &name) const { return m_user->button(name); }
-    QQuickItem *choice(const QString &name) const { return m_user->button(name); }
+    QQuickItem *choice(const QString &name) const { return m_user->choice(name); }
     QString focused() const
     {
         QQuickItem *item = m_user->window()->activeFocusItem();

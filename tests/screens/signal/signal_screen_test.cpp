@@ -166,9 +166,9 @@ void SignalScreenTest::saysThatNothingHasCrossedTheLine()
     QVERIFY(m_user->openAndFetch());
     QVERIFY(!m_user->shows(emptyTitle));
     QVERIFY(pressByPointer(m_user->button(u"All lanes"_s)));
-    QTRY_VERIFY(m_user->button(u"House"_s));
+    QTRY_VERIFY(m_user->choice(u"House"_s));
     QVERIFY(m_user->waitForPicture());
-    QVERIFY(pressByPointer(m_user->button(u"House"_s)));
+    QVERIFY(pressByPointer(m_user->choice(u"House"_s)));
     QTRY_COMPARE(m_user->below(),
                  QStringList({readingOnly, readingLine, u"5 DJs · 1 tracks in the pool"_s,
                               emptyTitle, emptyText}));
@@ -285,10 +285,10 @@ void SignalScreenTest::cutsWhatIsTooLong()
     m_user->saveSettings(server.url());
     QVERIFY(m_user->openAndFetch());
     QVERIFY(pressByPointer(m_user->button(u"All lanes"_s)));
-    QTRY_VERIFY(m_user->button(longWord));
+    QTRY_VERIFY(m_user->choice(longWord));
     QVERIFY(m_user->waitForPicture());
-    QVERIFY(pressByPointer(m_user->button(longWord)));
-    QTRY_VERIFY(m_user->button(longWord));
+    QVERIFY(pressByPointer(m_user->choice(longWord)));
+    QTRY_VERIFY(m_user->choice(longWord));
     QVERIFY(m_user->waitUntilIdle());
     QVERIFY(m_user->waitForPicture());
     for (const QString &name : {u"5 DJs"_s, u"5 plays"_s, u"1"_s}) {
