@@ -7,6 +7,7 @@ import Tarnwick.Components
 Popover {
     id: list
 
+    required property string title
     /// Texts.
     property var choices: []
     /// Which of them is the present one; -1 for none.
@@ -70,7 +71,7 @@ Popover {
         model: list.choices
         Keys.onPressed: event => event.accepted = rows.move(event.key)
         Accessible.role: Accessible.PopupMenu
-        Accessible.name: list.opener.text
+        Accessible.name: list.title
 
         delegate: MenuEntry {
             id: choice

@@ -18,6 +18,7 @@ PillButton {
         id: list
 
         opener: menu
+        title: menu.text
         onPicked: index => menu.picked(index)
     }
 }

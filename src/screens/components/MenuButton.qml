@@ -9,7 +9,6 @@ PlainButton {
     /// Name of a symbol; none for none.
     property string symbol
     property alias choices: list.choices
-    property alias chosen: list.chosen
     readonly property bool isOpen: list.visible
 
     /// The list is about to be seen.
@@ -72,6 +71,8 @@ PlainButton {
         id: list
 
         opener: button
+        title: button.text
+        chosen: list.choices.indexOf(button.text)
         onPicked: index => button.picked(index)
     }
 }

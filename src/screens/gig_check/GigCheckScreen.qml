@@ -47,7 +47,6 @@ Item {
                         symbol: "externaldrive"
                         text: screen.presenter.destination
                         choices: screen.presenter.destinations
-                        chosen: screen.presenter.destinations.indexOf(screen.presenter.destination)
                         Accessible.description: "Destination"
                         onOpened: screen.presenter.lookForDrives()
                         onPicked: row => screen.presenter.chooseDestination(screen.presenter.destinations[row])

@@ -20,7 +20,6 @@ private Q_SLOTS:
             "Column { PlainButton { text: 'other'; width: 40; height: 20 }"
             "MenuButton { objectName: 'menu'; width: 220; text: root.choice;"
             "symbol: 'externaldrive'; choices: root.entries; onOpened: ++root.openings;"
-            "chosen: root.entries.indexOf(root.choice);"
             "onPicked: index => root.choice = root.entries[index] } } }");
         m_button = m_scene->item(u"menu"_s);
     }

@@ -255,10 +255,7 @@ private:
         }
         return nullptr;
     }
-    QQuickItem *entry(const QString &name) const
-    {
-        return m_user->choice(name);
-    }
+    QQuickItem *entry(const QString &name) const { return m_user->choice(name); }
     QStringList entries() const
     {
         QStringList names;
