@@ -108,13 +108,18 @@ QRectF seenOf(const QQuickItem *item)
     return seen & QRectF(QPointF(), item->window()->size());
 }
 
-/// The commonest colour along the edges of a text, where letters hardly reach.
-QColor groundIn(const QImage &picture, const QRect &place)
+/// The commonest colour along a line close around a text, where no letter reaches.
+QColor groundIn(const QImage &picture, const QRect &text)
 {
-    QHash<QRgb, int> counts;
+    const QRect place = text.adjusted(-1, -1, 1, 1) & picture.rect();
+    QMap<QRgb, int> counts;
     for (int x = place.left(); x <= place.right(); ++x) {
         ++counts[picture.pixel(x, place.top())];
         ++counts[picture.pixel(x, place.bottom())];
+    }
+    for (int y = place.top(); y <= place.bottom(); ++y) {
+        ++counts[picture.pixel(place.left(), y)];
+        ++counts[picture.pixel(place.right(), y)];
     }
     return QColor(std::max_element(counts.begin(), counts.end()).key());
 }
@@ -231,7 +236,7 @@ void ContrastTest::everyTextOfEveryScreenCanBeRead()
     QTRY_COMPARE(presenceOf(user.text(u"· reversible"_s)), 1.0);
     QVERIFY(user.waitForPicture());
     look(user, u"Toast"_s);
-    QCOMPARE(m_pale, QStringList());
+    QCOMPARE(m_pale.join(u'\n'), QString());
 }
 
 QTEST_MAIN(ContrastTest)
