@@ -1,5 +1,6 @@
 #include "app/app_state.h"
 #include "platform/data_folder.h"
+#include "platform/end_signals.h"
 #include "platform/one_instance.h"
 #include "platform/runtime_folder.h"
 #include "platform/terminal.h"
@@ -41,6 +42,7 @@ int main(int argc, char *argv[])
     QGuiApplication::setApplicationVersion(u"" TARNWICK_VERSION ""_s);
     QGuiApplication::setDesktopFileName(u"tarnwick"_s);
 
+    platform::onEndSignal([] { QGuiApplication::quit(); });
     AppState app(AppState::Environment::Read);
     MainWindow window(app);
     window.show();

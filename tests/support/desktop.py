@@ -50,6 +50,7 @@ BUS = ("org.freedesktop.DBus", "/org/freedesktop/DBus")
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 PROPERTIES = "org.freedesktop.DBus.Properties"
 ACTION = "org.a11y.atspi.Action"
+TEXT = "org.a11y.atspi.Text"
 COMPONENT = "org.a11y.atspi.Component"
 DEVICES = "org.a11y.atspi.DeviceEventController"
 
@@ -101,6 +102,10 @@ class Desktop:
     def start(self, command, **environment):
         """The program, once its window is there; `environment` adds to the desktop's."""
         return Program(self, command, environment)
+
+    def largest_window(self):
+        """Width and height on the screen of the largest window there is."""
+        return largest_window(self.environment["DISPLAY"])
 
     def ask(self, questions):
         """The answers to (place, interface, method, parameters), all asked at once; None where
@@ -277,6 +282,15 @@ class Program:
             raise DesktopError(f"“{item.name}” has gone")
         return place
 
+    def place_of_window(self):
+        """Left, top, width and height on the screen."""
+        return self._desktop.ask_one(self._window, COMPONENT, "GetExtents", "(u)", ON_SCREEN)
+
+    def text_of(self, item):
+        """What a screen reader can read of an item's own text."""
+        answer = self._desktop.ask_one(item.place, TEXT, "GetText", "(ii)", 0, -1)
+        return answer if isinstance(answer, str) else (answer or [""])[0]
+
     def actions(self, item):
         """The names of what a screen reader can do with an item."""
         return [action[0]
@@ -310,7 +324,7 @@ class Program:
     def scroll_to(self, name, x, role="push button"):
         """Turns the wheel, the pointer at `x` halfway down the window, until all of an item shows
         in its list."""
-        left, top, _, height = self._place_of_window()
+        left, top, _, height = self.place_of_window()
         x, y = left + x, top + height // 2
         self._pointer(x, y, "abs")
         for turn in range(80):
@@ -333,7 +347,7 @@ class Program:
 
     def take_the_keyboard(self):
         """By a click on an empty place, where a window manager would give the keyboard unasked."""
-        left, top, _, height = self._place_of_window()
+        left, top, _, height = self.place_of_window()
         self.click_at(left + 2, top + height // 2)
         # A key that is struck ahead of that goes nowhere.
         wait_until(self._has_the_keyboard, "the window to take the keyboard")
@@ -350,6 +364,10 @@ class Program:
 
     def type(self, text):
         self._keyboard(0, text, KEY_TEXT)
+
+    def ask_to_end(self):
+        """As the end of a session does."""
+        self._process.terminate()
 
     def close(self):
         """As the title bar's button does."""
@@ -431,9 +449,6 @@ class Program:
         low, _ = self._desktop.ask_one(self._window, ACCESSIBLE, "GetState")
         return bool(low >> STATES["ACTIVE"] & 1)
 
-    def _place_of_window(self):
-        return self._desktop.ask_one(self._window, COMPONENT, "GetExtents", "(u)", ON_SCREEN)
-
     def _side(self, item):
         """Whether an item lies "above" or "below" what its list shows; empty where it shows."""
         pane = item.parent
@@ -464,26 +479,50 @@ class ClientMessage(ctypes.Structure):
                 ("data", ctypes.c_long * 5), ("rest", ctypes.c_long * 12)]
 
 
-def close_windows(display_name):
-    """Asks every window of a display to close, as a window manager does."""
+@contextlib.contextmanager
+def windows_of(display_name):
+    """X's library, the open display, and the windows that lie directly on its screen."""
     x11 = ctypes.CDLL("libX11.so.6")
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XInternAtom.restype = ctypes.c_ulong
     x11.XDefaultRootWindow.restype = ctypes.c_ulong
     display = ctypes.c_void_p(x11.XOpenDisplay(display_name.encode()))
     root = ctypes.c_ulong(x11.XDefaultRootWindow(display))
-    protocols, delete = (x11.XInternAtom(display, name, 0)
-                         for name in (b"WM_PROTOCOLS", b"WM_DELETE_WINDOW"))
     ignored = ctypes.c_ulong()
     children = ctypes.POINTER(ctypes.c_ulong)()
     count = ctypes.c_uint()
     x11.XQueryTree(display, root, ctypes.byref(ignored), ctypes.byref(ignored),
                    ctypes.byref(children), ctypes.byref(count))
-    for window in children[:count.value]:
-        message = ClientMessage(type=33, window=window, message_type=protocols, format=32)
-        message.data[0] = delete
-        x11.XSendEvent(display, ctypes.c_ulong(window), 0, ctypes.c_long(0), ctypes.byref(message))
-    x11.XCloseDisplay(display)
+    try:
+        yield x11, display, children[:count.value]
+    finally:
+        x11.XCloseDisplay(display)
+
+
+def close_windows(display_name):
+    """Asks every window of a display to close, as a window manager does."""
+    with windows_of(display_name) as (x11, display, windows):
+        protocols, delete = (x11.XInternAtom(display, name, 0)
+                             for name in (b"WM_PROTOCOLS", b"WM_DELETE_WINDOW"))
+        for window in windows:
+            message = ClientMessage(type=33, window=window, message_type=protocols, format=32)
+            message.data[0] = delete
+            x11.XSendEvent(display, ctypes.c_ulong(window), 0, ctypes.c_long(0),
+                           ctypes.byref(message))
+
+
+def largest_window(display_name):
+    with windows_of(display_name) as (x11, display, windows):
+        sizes = []
+        for window in windows:
+            root = ctypes.c_ulong()
+            left, top = ctypes.c_int(), ctypes.c_int()
+            width, height, border, depth = (ctypes.c_uint() for _ in range(4))
+            if x11.XGetGeometry(display, ctypes.c_ulong(window), ctypes.byref(root),
+                                ctypes.byref(left), ctypes.byref(top), ctypes.byref(width),
+                                ctypes.byref(height), ctypes.byref(border), ctypes.byref(depth)):
+                sizes.append((width.value, height.value))
+        return max(sizes)
 
 
 def end_group(process):

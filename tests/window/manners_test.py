@@ -12,10 +12,13 @@ import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
-from desktop import Desktop, wait_until  # noqa: E402
+from desktop import Desktop, Program, wait_until  # noqa: E402
 
 BUILD = None
 DESKTOP = None
+
+# What a run keeps of which the user has changed nothing.
+KEPT = ["Holding/manifest.json", "cuevault.json", "signal.json"]
 
 
 def setUpModule():
@@ -154,7 +157,8 @@ class MannersTest(unittest.TestCase):
             self.assertEqual(program.wait_for_end(), 0)
             self.assertEqual(program.output(), "")
 
-    def test_it_quits_at_once_in_the_middle_of_a_scan(self):
+    def large_library(self):
+        """A home with so many tracks that a scan has seconds to go."""
         home = self.folder / "large"
         library = home / "Music/_Serato_"
         library.mkdir(parents=True)
@@ -166,19 +170,91 @@ class MannersTest(unittest.TestCase):
                   for number in range(400_000))
         (library / "database V2").write_bytes(
             text(b"vrsn", "2.0/Serato Scratch LIVE Database") + b"".join(tracks))
-        with self.start(home) as program:
-            program.wait_for("Scan", "push button")
+        return home
+
+    def test_it_quits_at_once_in_the_middle_of_a_scan(self):
+        home = self.large_library()
+        ways = {"key": lambda program: program.key("ctrl+q"), "title bar": Program.close,
+                "end of the session": Program.ask_to_end}
+        for name, end in ways.items():
+            with self.subTest(name), self.start(home) as program:
+                program.wait_for("Scan", "push button")
+                program.take_the_keyboard()
+                before = self.files_of(home)
+                program.press("Scan")
+                wait_until(lambda: program.find("Missing") and
+                           not program.find("The six dimensions"), "the scan")
+                begun = time.monotonic()
+                end(program)
+                self.assertEqual(program.wait_for_end(), 0)
+                # A scan of this size has seconds to go; the machine may be busy.
+                self.assertFalse((self.data / "Tarnwick/cuevault.json").exists())
+                print(f"quit after {time.monotonic() - begun:.2f} s", file=sys.stderr)
+                self.assertEqual(self.files_of(home), before)
+                self.assertEqual(program.output(), "")
+
+    def test_it_remembers_nothing_but_what_it_says(self):
+        home = self.folder / "home"
+        subprocess.run([BUILD / "tools" / "demo_library", "--tracks", "60", "--seed", "3",
+                        "--out", home], check=True, stdout=subprocess.DEVNULL)
+        before = self.files_of(home)
+        with DESKTOP.start(
+                [BUILD / "bin" / "tarnwick"], HOME=home, TARNWICK_AUTOSCAN="1",
+                XDG_DATA_HOME=home / ".local/share", XDG_CONFIG_HOME=home / ".config",
+                XDG_CACHE_HOME=home / ".cache", XDG_STATE_HOME=home / ".local/state") as program:
+            program.wait_for("The six dimensions", "heading")
             program.take_the_keyboard()
-            program.press("Scan")
-            wait_until(lambda: program.find("Missing") and not program.find("The six dimensions"),
-                       "the scan")
-            begun = time.monotonic()
+            for number in range(1, 10):
+                program.key(f"ctrl+{number}")
+            program.press("Missing files")
+            program.press("Browse…")
+            program.click("Cancel")
+            program.wait_until_gone("Cancel", "push button")
+            program.press("What's landing")
+            program.wait_for("What's landing", "heading")
+            vault = home / ".local/share/Tarnwick/cuevault.json"
+            wait_until(vault.exists, "the vault")
             program.key("ctrl+q")
             self.assertEqual(program.wait_for_end(), 0)
-            # A scan of this size has seconds to go; the machine may be busy.
-            self.assertFalse((self.data / "Tarnwick/cuevault.json").exists())
-            print(f"quit after {time.monotonic() - begun:.2f} s", file=sys.stderr)
-            self.assertEqual(program.output(), "")
+        left = sorted(set(self.files_of(home)) - set(before))
+        self.assertEqual(left, [f".local/share/Tarnwick/{name}" for name in KEPT])
+        self.assertEqual({name: stamp for name, stamp in self.files_of(home).items()
+                          if name in before}, before)
+
+    @staticmethod
+    def files_of(home):
+        return {str(file.relative_to(home)): file.stat().st_mtime_ns for file in home.rglob("*")
+                if file.is_file()}
+
+
+class ScaleTest(unittest.TestCase):
+    """The window on a desktop that draws everything larger."""
+
+    def setUp(self):
+        made = tempfile.TemporaryDirectory(prefix="tarnwick-scale-")
+        self.addCleanup(made.cleanup)
+        self.folder = pathlib.Path(made.name).resolve()
+
+    def test_everything_grows_with_the_desktop(self):
+        subprocess.run([BUILD / "tools" / "demo_library", "--tracks", "60", "--seed", "3",
+                        "--out", self.folder / "home"], check=True, stdout=subprocess.DEVNULL)
+        sizes = {}
+        with Desktop(size=(2600, 1800)) as desktop:
+            for factor in (1, 1.5, 2):
+                with self.subTest(factor=factor), desktop.start(
+                        [BUILD / "bin" / "tarnwick"], HOME=self.folder / "home",
+                        XDG_DATA_HOME=self.folder / "data", TARNWICK_AUTOSCAN="1",
+                        QT_SCALE_FACTOR=factor) as program:
+                    program.wait_for("The six dimensions", "heading")
+                    sizes[factor] = desktop.largest_window()
+                    # What is within is told in the layout's points, and takes no other place.
+                    sizes[factor, "Rescan"] = program.place(program.find("Rescan"))
+                    program.press("Health")
+                    program.wait_for("Health", "heading")
+                    self.assertEqual(program.output(), "")
+        for factor in (1.5, 2):
+            self.assertEqual(sizes[factor], tuple(factor * length for length in sizes[1]))
+            self.assertEqual(sizes[factor, "Rescan"], sizes[1, "Rescan"])
 
 
 if __name__ == "__main__":
