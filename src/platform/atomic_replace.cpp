@@ -14,6 +14,9 @@ namespace tarnwick::platform {
 
 namespace {
 
+/// How long another process may take with the same temporary before a write gives up.
+constexpr std::chrono::milliseconds patienceWithOthers(5000);
+
 /// A file that is to be replaced, opened so that its attributes can be taken over.
 struct Target
 {
@@ -55,16 +58,50 @@ int openTarget(Target &target)
     return target.file->status(target.status);
 }
 
-/// Never opens what stands at the temporary's path: a stale one is taken away first.
+bool isStill(const OpenFile &file, const QByteArray &path)
+{
+    struct stat opened;
+    struct stat standing;
+    return ::fstat(file.descriptor(), &opened) == 0 && ::lstat(path.constData(), &standing) == 0 &&
+           opened.st_dev == standing.st_dev && opened.st_ino == standing.st_ino;
+}
+
+/// Takes away what stands at the temporary's path, unless another process is writing it: then it is
+/// EWOULDBLOCK, once that has gone on for a while. Nothing but a regular file is opened.
+int removeStale(const QByteArray &path)
+{
+    struct stat status;
+    if (const int error = calls::statusOf(path, status))
+        return error == ENOENT ? 0 : error;
+    if (!S_ISREG(status.st_mode))
+        return calls::removeEntry(path);
+    const auto file = OpenFile::open(path, O_RDONLY | O_NOFOLLOW);
+    if (!file) // gone meanwhile, or nothing that this user could be writing
+        return file.error() == ENOENT ? 0 : calls::removeEntry(path);
+    if (file->lock(OpenFile::Lock::Exclusive, patienceWithOthers) == EWOULDBLOCK)
+        return EWOULDBLOCK;
+    return isStill(*file, path) ? calls::removeEntry(path) : 0;
+}
+
+/// A temporary that no other process takes for a stale one while it is open. Never opens for
+/// writing what stands at its path.
 tl::expected<OpenFile, int> openTemporary(const QByteArray &path, mode_t mode)
 {
-    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL;
-    auto file = OpenFile::open(path, flags, mode);
-    if (file || file.error() != EEXIST)
-        return file;
-    if (const int error = calls::removeEntry(path))
-        return tl::unexpected(error);
-    return OpenFile::open(path, flags, mode);
+    constexpr int mostTries = 100;
+    for (int tries = 0; tries < mostTries; ++tries) {
+        auto file = OpenFile::open(path, O_WRONLY | O_CREAT | O_EXCL, mode);
+        if (!file && file.error() != EEXIST)
+            return file;
+        if (!file) {
+            if (const int error = removeStale(path))
+                return tl::unexpected(error);
+            continue;
+        }
+        // Where the system knows no locks, none keeps the file from being this one.
+        if (file->lock(OpenFile::Lock::Exclusive, {}) != EWOULDBLOCK && isStill(*file, path))
+            return file;
+    }
+    return tl::unexpected(EWOULDBLOCK);
 }
 
 int fillTemporary(OpenFile &temporary, const Target &target, std::span<const QByteArrayView> parts)
@@ -75,8 +112,13 @@ int fillTemporary(OpenFile &temporary, const Target &target, std::span<const QBy
         if (const int error = takeOverAttributes(*target.file, target.status, temporary))
             return error;
     }
-    if (const int error = temporary.flush())
-        return error;
+    return temporary.flush();
+}
+
+/// Closes the temporary, whose lock stays with the descriptor that this gives.
+int closeKeepingLock(OpenFile &temporary, std::optional<OpenFile> &keeper)
+{
+    keeper = temporary.duplicate();
     return temporary.close();
 }
 
@@ -87,9 +129,13 @@ int replaceTarget(const Target &target, std::span<const QByteArrayView> parts)
     auto temporary = openTemporary(temporaryPath, target.file ? 0600 : 0666);
     if (!temporary)
         return temporary.error();
-    if (const int error = fillTemporary(*temporary, target, parts)) {
+    std::optional<OpenFile> keeper; // until the rename: no other write may begin ahead of it
+    int failed = fillTemporary(*temporary, target, parts);
+    if (failed == 0)
+        failed = closeKeepingLock(*temporary, keeper);
+    if (failed != 0) {
         calls::removeEntry(temporaryPath);
-        return error;
+        return failed;
     }
     if (const int error = calls::renameEntry(temporaryPath, target.path))
         return error;

@@ -26,7 +26,7 @@ Done outcome(const QString &path, const QString &doing, int error)
 int writeOver(const QByteArray &path, std::span<const QByteArrayView> parts,
               std::optional<mode_t> mode)
 {
-    // Cut to nothing only once it is known to be a regular file.
+    // Overwritten only once it is known to be a regular file.
     auto file = OpenFile::open(path, O_WRONLY | O_CREAT, mode.value_or(0666));
     if (!file)
         return file.error();
@@ -39,9 +39,7 @@ int writeOver(const QByteArray &path, std::span<const QByteArrayView> parts,
         if (const int error = calls::setMode(path, *mode))
             return error;
     }
-    if (const int error = file->cutToNothing())
-        return error;
-    if (const int error = file->write(parts))
+    if (const int error = file->overwrite(parts))
         return error;
     return file->close();
 }

@@ -30,7 +30,8 @@
 ///    without being opened.
 /// 8. Every system call here passes `faultFor` first, so that a test can make the n-th one fail.
 ///
-/// Nothing here waits for other processes, and nothing locks. Failures carry the system's words.
+/// A temporary that another process is filling is neither taken away nor waited for longer than a
+/// few seconds; nothing else here waits for anybody. Failures carry the system's words.
 namespace tarnwick::platform {
 
 /// How much was copied, folders not counted.
@@ -44,8 +45,10 @@ struct CopyTally
 Done replaceFile(const QString &path, std::span<const QByteArrayView> parts);
 Done replaceFile(const QString &path, QByteArrayView content);
 
-/// Writes over the file in place: neither atomic nor flushed. For this program's own stores. `mode`
-/// sets the permission bits, of a file that exists too; without it a new file gets the usual ones.
+/// Writes over the file in place: neither atomic nor flushed, but not at all where the disk has no
+/// room. For this program's own files; those that several processes write are `shared_file`'s.
+/// `mode` sets the permission bits, of a file that exists too; without it a new file gets the usual
+/// ones.
 Done writeFilePlainly(const QString &path, QByteArrayView content,
                       std::optional<mode_t> mode = std::nullopt);
 Done writeFilePlainly(const QString &path, std::span<const QByteArrayView> parts,

@@ -5,11 +5,16 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <new>
+#include <numeric>
+#include <thread>
 #include <utility>
 
 #include <cerrno>
 
 #include <fcntl.h>
+#include <sys/file.h>
+#include <sys/statvfs.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
@@ -118,6 +123,25 @@ int pumpRest(const OpenFile &source, OpenFile &target)
     }
 }
 
+quint64 sizeOf(std::span<const QByteArrayView> parts)
+{
+    const auto add = [](quint64 sum, QByteArrayView part) { return sum + quint64(part.size()); };
+    return std::accumulate(parts.begin(), parts.end(), quint64(0), add);
+}
+
+/// What the file has now counts as room.
+bool hasRoomFor(int descriptor, quint64 bytes)
+{
+    constexpr quint64 statusBlock = 512;
+    struct statvfs system;
+    struct stat file;
+    if (::fstatvfs(descriptor, &system) != 0 || ::fstat(descriptor, &file) != 0 ||
+        system.f_blocks == 0)
+        return true;
+    const quint64 free = ::geteuid() == 0 ? system.f_bfree : system.f_bavail;
+    return free * system.f_frsize + quint64(file.st_blocks) * statusBlock >= bytes;
+}
+
 } // namespace
 
 tl::expected<OpenFile, int> OpenFile::open(const QByteArray &path, int flags, mode_t mode)
@@ -158,6 +182,48 @@ int OpenFile::status(struct stat &status) const
     return ::fstat(m_descriptor, &status) == 0 ? 0 : errno;
 }
 
+int OpenFile::lock(Lock kind, std::chrono::milliseconds patience) const
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds pause(2);
+    const auto end = Clock::now() + patience;
+    const int operation = (kind == Lock::Shared ? LOCK_SH : LOCK_EX) | LOCK_NB;
+    while (::flock(m_descriptor, operation) != 0) {
+        if (errno != EINTR && errno != EWOULDBLOCK)
+            return errno;
+        if (Clock::now() >= end)
+            return EWOULDBLOCK;
+        std::this_thread::sleep_for(pause);
+    }
+    return 0;
+}
+
+int OpenFile::readRest(QByteArray &content) const
+{
+    struct stat status;
+    if (const int error = this->status(status))
+        return error;
+    constexpr qsizetype furtherStep = 65536;
+    try {
+        // One byte more than there should be, so that the end shows in the first read.
+        for (qsizetype step = qsizetype(status.st_size) + 1;; step = furtherStep) {
+            const qsizetype filled = content.size();
+            content.resize(filled + step);
+            if (const int fault = calls::gate(FileOperation::Read, m_path))
+                return fault;
+            const ssize_t got = ::read(m_descriptor, content.data() + filled, size_t(step));
+            const int error = errno;
+            content.truncate(filled + std::max<ssize_t>(got, 0));
+            if (got == 0)
+                return 0;
+            if (got < 0 && error != EINTR)
+                return error;
+        }
+    } catch (const std::bad_alloc &) {
+        return ENOMEM;
+    }
+}
+
 int OpenFile::write(std::span<const QByteArrayView> parts)
 {
     PendingPieces pending(parts);
@@ -173,11 +239,21 @@ int OpenFile::write(std::span<const QByteArrayView> parts)
     return 0;
 }
 
-int OpenFile::cutToNothing()
+int OpenFile::overwrite(std::span<const QByteArrayView> parts)
 {
+    if (!hasRoomFor(m_descriptor, sizeOf(parts)))
+        return ENOSPC;
     if (const int fault = calls::gate(FileOperation::Write, m_path))
         return fault;
-    return ::ftruncate(m_descriptor, 0) == 0 ? 0 : errno;
+    if (::ftruncate(m_descriptor, 0) != 0 || ::lseek(m_descriptor, 0, SEEK_SET) != 0)
+        return errno;
+    return write(parts);
+}
+
+std::optional<OpenFile> OpenFile::duplicate() const
+{
+    const int descriptor = ::fcntl(m_descriptor, F_DUPFD_CLOEXEC, 0);
+    return descriptor < 0 ? std::nullopt : std::optional(OpenFile(descriptor, m_path));
 }
 
 int OpenFile::flush()

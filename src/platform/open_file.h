@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <chrono>
+#include <optional>
 #include <span>
 
 #include <sys/stat.h>
@@ -28,9 +30,20 @@ public:
     const QByteArray &path() const { return m_path; }
 
     int status(struct stat &status) const;
+    /// The system's advisory lock, held until every descriptor of this opening is closed.
+    /// EWOULDBLOCK where another opening has kept it for so long; other errors where it can't be
+    /// had at all.
+    enum class Lock { Shared, Exclusive };
+    int lock(Lock kind, std::chrono::milliseconds patience) const;
+    /// From where the file stands to its end.
+    int readRest(QByteArray &content) const;
     /// All bytes of all parts, in a few system calls however many parts there are.
     int write(std::span<const QByteArrayView> parts);
-    int cutToNothing();
+    /// All parts in the place of all that is there. ENOSPC, and nothing done, where the file system
+    /// says that it has no room for them; one that doesn't say is taken to have it.
+    int overwrite(std::span<const QByteArrayView> parts);
+    /// Another descriptor of the same opening; nothing where the system has none to give.
+    std::optional<OpenFile> duplicate() const;
     /// Up to the device itself, past its cache where the system can ask for that.
     int flush();
     /// Closes ahead of time: some file systems tell only now that a write has failed.

@@ -1,6 +1,8 @@
 // Cuts, crates and orphans into crate files, and one spelling for a genre.
 
 #include "app/app_state.h"
+#include "platform/files.h"
+#include "platform/folder_lock.h"
 #include "repair/crate_plan.h"
 #include "repair/tag_plan.h"
 #include "repair/write_run.h"
@@ -31,6 +33,11 @@ bool unify(WriteRun &run, const SeratoTrack &track, const CrateHygiene::GenreVar
 
 Result<int> AppState::addToCrate(const QStringList &paths, const QString &name)
 {
+    const QString library = m_result->location.folderPath();
+    const platform::FolderLock lock(library, platform::FolderLock::Kind::Exclusive);
+    // Else the folder would be made anew, on another disk, where a drive has gone from its place.
+    if (!platform::isFolder(library))
+        return failure(u"The library isn't at “%1” any more."_s.arg(library));
     ++m_crateWrites;
     return CrateWriter::addTracks(paths, name, m_result->location);
 }

@@ -1,5 +1,7 @@
 #include "repair/repair_engine.h"
 
+#include "platform/folder_lock.h"
+
 using namespace Qt::StringLiterals;
 
 namespace tarnwick::RepairEngine {
@@ -24,6 +26,7 @@ tl::expected<void, RepairError> mutate(const SeratoLibrary::Location &location, 
     using Kind = RepairError::Kind;
     if (SeratoLibrary::isSeratoRunning())
         return tl::unexpected(RepairError{Kind::SeratoRunning});
+    const platform::FolderLock lock(location.folderPath(), platform::FolderLock::Kind::Exclusive);
     Result<SeratoDocument> document = SeratoDocument::read(location.databasePath());
     if (!document)
         return tl::unexpected(RepairError{Kind::ReadFailed, document.error().message});

@@ -1,8 +1,9 @@
 #include "safety/change_log.h"
 
 #include "foundation/dates.h"
-#include "platform/files_write.h"
 #include "safety/store.h"
+
+#include <QHash>
 
 #include <algorithm>
 
@@ -22,6 +23,20 @@ std::optional<QDateTime> endOfWindow(const QDateTime &date, std::optional<int> d
     return days ? std::optional(calendarDaysLater(date, *days)) : std::nullopt;
 }
 
+/// Of the first that has the id; -1 where none has.
+qsizetype placeOf(const QList<ChangeEntry> &entries, const QString &id)
+{
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const ChangeEntry &entry) { return entry.id == id; });
+    return found == entries.end() ? -1 : found - entries.begin();
+}
+
+void mark(StoreFile::Records<ChangeEntry> &list, qsizetype place)
+{
+    list.records[place].reversed = true;
+    list.texts[place] = StoreFile::encoded(list.records.at(place));
+}
+
 } // namespace
 
 ChangeLog::ChangeLog()
@@ -30,6 +45,9 @@ ChangeLog::ChangeLog()
 
 ChangeEntry ChangeLog::append(const Change &change)
 {
+    (void)entries(); // whose reading waits for a write under way
+    platform::SharedFileWrite file(Store::changeLog());
+    takeIn(file);
     const QDateTime date = wholeSeconds(platform::now());
     const ChangeEntry entry{.id = freshId(entries().size() + 1, date),
                             .kind = change.kind,
@@ -44,22 +62,20 @@ ChangeEntry ChangeLog::append(const Change &change)
                             .holdingId = change.holdingId};
     m_list->records.prepend(entry);
     m_list->texts.prepend(StoreFile::encoded(entry));
-    save();
+    write(file);
     return entry;
 }
 
 std::optional<ChangeEntry> ChangeLog::markReversed(const QString &id)
 {
-    const auto found = std::find_if(entries().begin(), entries().end(),
-                                    [&](const ChangeEntry &entry) { return entry.id == id; });
-    if (found == entries().end())
+    if (placeOf(entries(), id) < 0)
         return std::nullopt;
-    const qsizetype index = found - entries().begin();
-    ChangeEntry &entry = m_list->records[index];
-    entry.reversed = true;
-    m_list->texts[index] = StoreFile::encoded(entry);
-    save();
-    return entry;
+    platform::SharedFileWrite file(Store::changeLog());
+    takeIn(file);
+    const qsizetype index = placeOf(entries(), id);
+    mark(*m_list, index);
+    write(file);
+    return entries().at(index);
 }
 
 int ChangeLog::changeCount() const
@@ -76,9 +92,34 @@ int ChangeLog::activeCount() const
     }));
 }
 
-void ChangeLog::save() const
+/// Entries that only the file has are newer than what this process knew of.
+void ChangeLog::takeIn(const platform::SharedFileWrite &file)
 {
-    (void)platform::writeFilePlainly(Store::changeLog(), StoreFile::listOf(m_list->texts));
+    const auto content = file.contentUnlike(m_list->state);
+    auto others = content ? StoreFile::decoded<ChangeEntry>(*content) : std::nullopt;
+    if (!others)
+        return;
+    QHash<QString, qsizetype> places;
+    for (qsizetype place = entries().size() - 1; place >= 0; --place)
+        places.insert(entries().at(place).id, place);
+    qsizetype added = 0;
+    for (qsizetype i = 0; i < others->records.size(); ++i) {
+        const ChangeEntry &other = others->records.at(i);
+        const qsizetype place = places.value(other.id, -1);
+        if (place >= 0) {
+            if (other.reversed && !entries().at(place + added).reversed)
+                mark(*m_list, place + added);
+            continue;
+        }
+        m_list->records.insert(added, other);
+        m_list->texts.insert(added, StoreFile::encoded(other));
+        ++added;
+    }
+}
+
+void ChangeLog::write(platform::SharedFileWrite &file)
+{
+    (void)file.write(StoreFile::listOf(m_list->texts), m_list->state);
 }
 
 } // namespace tarnwick

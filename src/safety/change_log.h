@@ -16,6 +16,8 @@ namespace tarnwick {
 /// 2. Each change writes the whole file anew. A write that fails is ignored: the change that the
 ///    entry tells of has already happened, and a later write catches up.
 /// 3. A file that can't be read as a whole starts an empty log, and stays until the next write.
+/// 4. What another process has added or marked meanwhile is taken in ahead of each change, so that
+///    the file loses nothing of it.
 ///
 /// Lives on the main thread. The file is read in the background; the first call that needs it
 /// waits. Does not undo anything itself.
@@ -63,7 +65,8 @@ public:
     int activeCount() const;
 
 private:
-    void save() const;
+    void takeIn(const platform::SharedFileWrite &file);
+    void write(platform::SharedFileWrite &file);
 
     Preloaded<StoreFile::Records<ChangeEntry>> m_list;
 };

@@ -3,7 +3,6 @@
 #include "foundation/identity.h"
 #include "foundation/json_writer.h"
 #include "platform/clock.h"
-#include "platform/files_write.h"
 #include "safety/store.h"
 #include "safety/store_file.h"
 #include "tags/geob_files.h"
@@ -45,7 +44,8 @@ std::vector<Item> inOrderOfTheirKeys(const CueVault::Entries &entries)
 }
 
 /// Writes the entries' own texts with the keys between them, and joins nothing in memory.
-void save(const CueVault::Entries &entries, const QString &path)
+void write(const CueVault::Entries &entries, platform::SharedFileWrite &file,
+           platform::FileState &state)
 {
     const std::vector<Item> items = inOrderOfTheirKeys(entries);
     QByteArrayList keys;
@@ -61,7 +61,21 @@ void save(const CueVault::Entries &entries, const QString &path)
         parts.push_back(items[i]->text());
     }
     parts.push_back(items.empty() ? "{}\n" : "\n}\n");
-    (void)platform::writeFilePlainly(path, parts);
+    (void)file.write(parts, state);
+}
+
+void takeIn(CueVault::Entries &entries, const platform::SharedFileWrite &file,
+            const platform::FileState &known)
+{
+    const auto content = file.contentUnlike(known);
+    const auto others = content ? decoded(*content) : std::nullopt;
+    if (!others)
+        return;
+    for (auto other = others->begin(); other != others->end(); ++other) {
+        const auto own = entries.constFind(other.key());
+        if (own == entries.constEnd() || own->capturedAt() < other->capturedAt())
+            entries.insert(other.key(), *other);
+    }
 }
 
 bool hasCuesToCapture(const ScannedTrack &track)
@@ -91,15 +105,17 @@ CueVault::CueVault()
 
 CueVault::State CueVault::load(const QString &path)
 {
-    return stateOf(decoded(StoreFile::read(path)).value_or(Entries()));
+    platform::FileState file;
+    Entries entries = decoded(StoreFile::read(path, file)).value_or(Entries());
+    return stateOf(std::move(entries), file);
 }
 
-CueVault::State CueVault::stateOf(Entries entries)
+CueVault::State CueVault::stateOf(Entries entries, const platform::FileState &file)
 {
     const auto count = std::count_if(entries.begin(), entries.end(), [](const CueEntry &entry) {
         return entry.hasMarkers() || entry.hasGrid();
     });
-    return {std::move(entries), int(count)};
+    return {std::move(entries), int(count), file};
 }
 
 std::shared_ptr<const CueVault::State> CueVault::state() const
@@ -139,7 +155,8 @@ int CueVault::protectedCount() const
 int CueVault::capture(std::span<const ScannedTrack> tracks)
 {
     const std::scoped_lock onlyOne(m_capturing);
-    Entries entries = *this->entries(); // shares all until the first change
+    const auto before = state();
+    Entries entries = before->entries; // shares all until the first change
     int captured = 0;
     for (const ScannedTrack &track : tracks) {
         if (!hasCuesToCapture(track) || isProtected(entries, track))
@@ -152,8 +169,11 @@ int CueVault::capture(std::span<const ScannedTrack> tracks)
         ++captured;
     }
     if (captured > 0) {
-        save(entries, m_path);
-        auto finished = std::make_shared<const State>(stateOf(std::move(entries)));
+        platform::FileState state = before->file;
+        platform::SharedFileWrite file(m_path);
+        takeIn(entries, file, state);
+        write(entries, file, state);
+        auto finished = std::make_shared<const State>(stateOf(std::move(entries), state));
         const std::scoped_lock lock(m_swapping);
         m_captured = std::move(finished);
         m_loaded.release();

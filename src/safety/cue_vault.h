@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analysis/scan_result.h"
+#include "platform/shared_file.h"
 #include "safety/cue_entry.h"
 #include "safety/preloaded.h"
 
@@ -26,6 +27,9 @@ namespace tarnwick {
 /// 5. The file is written whole and plainly, at most once a capture. A write that fails is ignored;
 /// a
 ///    file that can't be read as a whole starts an empty vault and stays until the next write.
+///
+/// 6. What another process has captured meanwhile is taken in ahead of the write: of two copies of
+///    one file, the later.
 ///
 /// The file is read in the background; whoever needs the entries first waits. `capture` works in
 /// the background and swaps in a finished copy, so that the main thread always reads one whole
@@ -72,10 +76,11 @@ private:
     {
         Entries entries;
         int protectedCount = 0;
+        platform::FileState file; ///< that it was read from, or that holds it
     };
 
     static State load(const QString &path);
-    static State stateOf(Entries entries);
+    static State stateOf(Entries entries, const platform::FileState &file);
     std::shared_ptr<const State> state() const;
 
     const QString m_path;

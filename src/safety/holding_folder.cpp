@@ -20,6 +20,32 @@ bool isPurged(const HeldItem &item, const QDateTime &now)
     return !item.restored && item.isExpired(now);
 }
 
+/// Of the first that has the id; -1 where none has.
+qsizetype placeOf(const QList<HeldItem> &items, const QString &id)
+{
+    const auto found = std::find_if(items.begin(), items.end(),
+                                    [&](const HeldItem &item) { return item.id == id; });
+    return found == items.end() ? -1 : found - items.begin();
+}
+
+/// Makes a folder that is new, and so gives the item its id: that of its number and moment, unless
+/// another process or a clock that was put back has given it away before.
+Result<QString> makeFolder(const QString &holding, const QList<HeldItem> &items,
+                           const QDateTime &date)
+{
+    if (const Done made = platform::makeFolders(holding, 0700); !made)
+        return tl::unexpected(made.error());
+    for (qsizetype number = items.size() + 1;; ++number) {
+        const QString id = u"held-%1-%2"_s.arg(number).arg(date.toMSecsSinceEpoch() / 1000);
+        if (placeOf(items, id) >= 0)
+            continue;
+        if (const auto isNew = platform::makeNewFolder(joinedPath(holding, id), 0700); !isNew)
+            return tl::unexpected(isNew.error());
+        else if (*isNew)
+            return id;
+    }
+}
+
 /// Moves the file back, if there still is one.
 Done giveBack(const HeldItem &item)
 {
@@ -36,55 +62,63 @@ Done giveBack(const HeldItem &item)
 } // namespace
 
 HoldingFolder::HoldingFolder()
-    : m_items(StoreFile::load<HeldItem>(Store::holdingManifest()).records)
-{}
+{
+    const auto list = StoreFile::load<HeldItem>(Store::holdingManifest());
+    m_items = list.records;
+    m_manifest = list.state;
+}
 
 Result<HeldItem> HoldingFolder::hold(const QString &originalPath, const QString &reason)
 {
     const QDateTime date = wholeSeconds(platform::now());
-    const QString id = u"held-%1-%2"_s.arg(m_items.size() + 1).arg(date.toMSecsSinceEpoch() / 1000);
-    const QString folder = joinedPath(Store::holding(), id);
+    const auto id = makeFolder(Store::holding(), m_items, date);
+    if (!id)
+        return tl::unexpected(id.error());
+    const QString folder = joinedPath(Store::holding(), *id);
     const QString heldPath = joinedPath(folder, lastPathComponent(originalPath));
-    if (const Done made = platform::makeFolders(folder, 0700); !made)
-        return tl::unexpected(made.error());
     if (const Done moved = platform::moveWithoutReplacing(originalPath, heldPath); !moved) {
         (void)platform::removeEmptyFolder(folder);
         return tl::unexpected(moved.error());
     }
-    const HeldItem item{.id = id,
+    const HeldItem item{.id = *id,
                         .originalPath = originalPath,
                         .heldPath = heldPath,
                         .reason = reason,
                         .date = date,
                         .expiresAt = calendarDaysLater(date, retentionDays),
                         .restored = false};
+    platform::SharedFileWrite manifest(Store::holdingManifest());
+    takeIn(manifest);
     m_items.prepend(item);
-    save();
+    write(manifest);
     return item;
 }
 
 Done HoldingFolder::restore(const QString &id)
 {
-    const auto item = std::find_if(m_items.begin(), m_items.end(),
-                                   [&](const HeldItem &held) { return held.id == id; });
-    if (item == m_items.end())
+    if (placeOf(m_items, id) < 0)
         return {};
-    if (Done done = giveBack(*item); !done)
+    platform::SharedFileWrite manifest(Store::holdingManifest());
+    takeIn(manifest);
+    HeldItem &item = m_items[placeOf(m_items, id)];
+    if (Done done = giveBack(item); !done)
         return done;
-    item->restored = true;
-    save();
+    item.restored = true;
+    write(manifest);
     return {};
 }
 
 void HoldingFolder::purgeExpired(const QDateTime &now)
 {
     const QString holding = Store::holding();
+    platform::SharedFileWrite manifest(Store::holdingManifest());
+    takeIn(manifest);
     for (const HeldItem &item : m_items) {
         if (isPurged(item, now) && Store::isPlainName(item.id))
             (void)platform::removeTree(joinedPath(holding, item.id));
     }
     m_items.removeIf([&](const HeldItem &item) { return isPurged(item, now); });
-    save();
+    write(manifest);
 }
 
 QList<HeldItem> HoldingFolder::activeItems() const
@@ -107,12 +141,29 @@ quint64 HoldingFolder::totalBytes() const
     return bytes;
 }
 
-void HoldingFolder::save() const
+/// Items that only the manifest has are newer than what this process knew of.
+void HoldingFolder::takeIn(const platform::SharedFileWrite &manifest)
+{
+    const auto content = manifest.contentUnlike(m_manifest);
+    const auto others = content ? StoreFile::decoded<HeldItem>(*content) : std::nullopt;
+    if (!others)
+        return;
+    qsizetype added = 0;
+    for (const HeldItem &other : others->records) {
+        const qsizetype place = placeOf(m_items, other.id);
+        if (place < 0)
+            m_items.insert(added++, other);
+        else if (other.restored)
+            m_items[place].restored = true;
+    }
+}
+
+void HoldingFolder::write(platform::SharedFileWrite &manifest)
 {
     QList<QByteArray> texts;
     for (const HeldItem &item : m_items)
         texts.append(StoreFile::encoded(item));
-    (void)platform::writeFilePlainly(Store::holdingManifest(), StoreFile::listOf(texts));
+    (void)manifest.write(StoreFile::listOf(texts), m_manifest);
 }
 
 } // namespace tarnwick

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/result.h"
+#include "platform/shared_file.h"
 #include "safety/held_item.h"
 
 #include <QList>
@@ -18,6 +19,9 @@ namespace tarnwick {
 ///    the manifest doesn't know is purged by nobody.
 /// 4. Only a purge destroys a file, and only one that is not restored and whose days have ended.
 ///    Restored items stay in the manifest for good.
+///
+/// 5. What another process has held or given back meanwhile is taken in ahead of each write of the
+///    manifest, so that it loses nothing of it.
 ///
 /// Lives on the main thread. Reads its manifest when it is made.
 class HoldingFolder
@@ -47,9 +51,11 @@ public:
     quint64 totalBytes() const;
 
 private:
-    void save() const;
+    void takeIn(const platform::SharedFileWrite &manifest);
+    void write(platform::SharedFileWrite &manifest);
 
     QList<HeldItem> m_items;
+    platform::FileState m_manifest; ///< as last read or written
 };
 
 } // namespace tarnwick

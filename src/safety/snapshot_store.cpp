@@ -5,6 +5,7 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/files_write.h"
+#include "platform/folder_lock.h"
 #include "safety/store.h"
 #include "safety/store_file.h"
 
@@ -35,6 +36,11 @@ QString metaPath(const QString &folder)
 /// this very millisecond exists.
 Result<QString> makeFolder(const QString &snapshots)
 {
+    // Where the data folder can't be made, that is the cause to tell.
+    if (!platform::exists(snapshots)) {
+        if (const Done made = platform::makeFolders(snapshots, ownerOnly); !made)
+            return tl::unexpected(made.error());
+    }
     QDateTime moment = platform::now();
     for (;;) {
         const QString id = u"snap-"_s + isoStamp(moment);
@@ -131,6 +137,8 @@ Result<Snapshot> create(const SeratoLibrary::Location &location, const QString &
     snapshot.reason = reason;
     snapshot.sourcePath = location.folderPath();
     const QString folder = joinedPath(snapshots, *id);
+    // What another process is about to put in its place is neither here nor there.
+    const platform::FolderLock lock(snapshot.sourcePath, platform::FolderLock::Kind::Shared);
     if (const Done done = fill(snapshot, folder); !done) {
         discard(folder);
         return tl::unexpected(copyFailed(done.error()));
@@ -158,6 +166,7 @@ Done restore(const Snapshot &snapshot, const SeratoLibrary::Location &location)
     (void)create(location, u"Before rollback to %1"_s.arg(snapshot.shortDate()));
     if (!Store::isPlainName(snapshot.id))
         return {};
+    const platform::FolderLock lock(location.folderPath(), platform::FolderLock::Kind::Exclusive);
     for (const QString &name : SnapshotSet::entries()) {
         if (Done done = restoreItem(joinedPath(snapshot.folderPath(), name),
                                     joinedPath(location.folderPath(), name));

@@ -1,14 +1,18 @@
 #include "safety/store_file.h"
 
-#include "platform/files.h"
-
 #include <numeric>
 
 namespace tarnwick::StoreFile {
 
 QByteArray read(const QString &path)
 {
-    return platform::readFile(path).value_or(QByteArray());
+    platform::FileState state;
+    return read(path, state);
+}
+
+QByteArray read(const QString &path, platform::FileState &state)
+{
+    return platform::readSharedFile(path, state).value_or(QByteArray());
 }
 
 QByteArray listOf(const QList<QByteArray> &texts)

@@ -3,6 +3,7 @@
 #include "foundation/json_reader.h"
 #include "foundation/json_writer.h"
 #include "foundation/result.h"
+#include "platform/shared_file.h"
 
 #include <QByteArray>
 #include <QList>
@@ -13,7 +14,8 @@
 
 /// How the stores' files are written and read. Always as a whole: pretty-printed with two blanks of
 /// indent, keys in ascending order, a line feed at the end, so that equal stores are equal bytes
-/// and a person can read and compare them. The write is plain, not atomic. A file that is not
+/// and a person can read and compare them. The write is plain, not atomic, but no other process of
+/// this program reads or writes meanwhile (`platform/shared_file.h`). A file that is not
 /// exactly such JSON of the expected shape, for whatever reason, counts as a whole as not there,
 /// and stays where it is until the next write.
 namespace tarnwick::StoreFile {
@@ -29,6 +31,7 @@ struct Records
     QList<Record> records;
     QList<QByteArray> texts; ///< of the same order and number; may share the bytes of `file`
     QByteArray file;
+    platform::FileState state; ///< of the file that it was read from, or that holds it
 };
 
 /// The text of one element: `write` gets a writer that stands where the element goes.
@@ -45,7 +48,7 @@ QByteArray encoded(const Record &record)
 template <typename Record>
 std::optional<Records<Record>> decoded(const QByteArray &file)
 {
-    Records<Record> list{{}, {}, file};
+    Records<Record> list{{}, {}, file, {}};
     JsonReader json(file);
     const bool isList = json.array([&] {
         Record record;
@@ -66,6 +69,7 @@ std::optional<Records<Record>> decoded(const QByteArray &file)
 
 /// The whole file; empty if it can't be read, which no store's file is.
 QByteArray read(const QString &path);
+QByteArray read(const QString &path, platform::FileState &state);
 
 /// A list of encoded elements as a file's bytes.
 QByteArray listOf(const QList<QByteArray> &texts);
@@ -74,7 +78,10 @@ QByteArray listOf(const QList<QByteArray> &texts);
 template <typename Record>
 Records<Record> load(const QString &path)
 {
-    return decoded<Record>(read(path)).value_or(Records<Record>());
+    platform::FileState state;
+    auto list = decoded<Record>(read(path, state)).value_or(Records<Record>());
+    list.state = state;
+    return list;
 }
 
 } // namespace tarnwick::StoreFile

@@ -3,8 +3,7 @@
 #include "foundation/json_record.h"
 #include "foundation/json_writer.h"
 #include "foundation/paths.h"
-#include "platform/files.h"
-#include "platform/files_write.h"
+#include "platform/shared_file.h"
 #include "safety/store.h"
 
 #include <QUuid>
@@ -32,33 +31,46 @@ std::optional<SignalConfig> decoded(const QByteArray &file)
     return config;
 }
 
+QByteArray encoded(const SignalConfig &config)
+{
+    QByteArray file;
+    JsonWriter json(file, JsonWriter::Style::Pretty);
+    json.beginObject();
+    json.member(u"apiKey", config.apiKey);
+    json.member(u"city", config.city);
+    json.member(u"djHash", config.djHash);
+    json.member(u"optIn", config.optIn);
+    json.member(u"serverURL", config.serverUrl);
+    json.endObject();
+    file.append('\n');
+    return file;
+}
+
 } // namespace
 
 SignalConfig SignalConfig::loadOrCreate()
 {
-    if (const auto file = platform::readFile(Store::signalConfig())) {
-        if (const auto config = decoded(*file))
+    platform::FileState state;
+    if (const auto content = platform::readSharedFile(Store::signalConfig(), state)) {
+        if (const auto config = decoded(*content))
+            return *config;
+    }
+    platform::SharedFileWrite file(Store::signalConfig(), ownerOnly);
+    // Another process may have been first.
+    if (const auto content = file.contentUnlike(state)) {
+        if (const auto config = decoded(*content))
             return *config;
     }
     SignalConfig config;
     config.djHash = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
-    config.save();
+    (void)file.write(encoded(config), state);
     return config;
 }
 
 void SignalConfig::save() const
 {
-    QByteArray file;
-    JsonWriter json(file, JsonWriter::Style::Pretty);
-    json.beginObject();
-    json.member(u"apiKey", apiKey);
-    json.member(u"city", city);
-    json.member(u"djHash", djHash);
-    json.member(u"optIn", optIn);
-    json.member(u"serverURL", serverUrl);
-    json.endObject();
-    file.append('\n');
-    (void)platform::writeFilePlainly(Store::signalConfig(), file, ownerOnly);
+    platform::FileState state;
+    (void)platform::SharedFileWrite(Store::signalConfig(), ownerOnly).write(encoded(*this), state);
 }
 
 } // namespace tarnwick

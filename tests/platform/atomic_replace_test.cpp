@@ -2,7 +2,11 @@
 #include "support/fault_loop.h"
 #include "support/test_files.h"
 
+#include <atomic>
+#include <thread>
+
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -81,6 +85,8 @@ private Q_SLOTS:
     void takesAPartialTemporaryAway();
     void leavesACompleteTemporaryWhereTheRenameFails();
     void standsBySuccessWhereTheFolderCannotBeFlushed();
+    void leavesTheTemporaryOfAnotherWriterAlone();
+    void keepsOneOfTwoThatWriteAtOnce();
     void keepsOldOrNewWhateverCallFails_data();
     void keepsOldOrNewWhateverCallFails();
 
@@ -332,6 +338,45 @@ void AtomicReplaceTest::standsBySuccessWhereTheFolderCannotBeFlushed()
     });
     QVERIFY(replaceFile(targetIn(m_folder->path()), newBytes));
     QCOMPARE(contentOf(targetIn(m_folder->path())), newBytes);
+}
+
+/// Which another process is still filling.
+void AtomicReplaceTest::leavesTheTemporaryOfAnotherWriterAlone()
+{
+    put(path(u"a"_s), oldBytes);
+    put(path(u".a.twtmp"_s), "half");
+    const int held = ::open(QFile::encodeName(path(u".a.twtmp"_s)).constData(), O_RDONLY);
+    QVERIFY(held >= 0 && ::flock(held, LOCK_EX) == 0);
+    std::thread other([held] {
+        QTest::qSleep(200);
+        ::close(held);
+    });
+    const bool isWritten = bool(replaceFile(path(u"a"_s), newBytes));
+    other.join();
+    QVERIFY(isWritten);
+    QCOMPARE(contentOf(path(u"a"_s)), newBytes);
+    QCOMPARE(namesIn(m_folder->path()), QStringList{u"a"_s});
+}
+
+void AtomicReplaceTest::keepsOneOfTwoThatWriteAtOnce()
+{
+    std::atomic<int> failures = 0;
+    std::atomic<int> halves = 0;
+    const auto write = [&](char letter) {
+        for (int i = 0; i < 30; ++i) {
+            failures += replaceFile(path(u"a"_s), QByteArray(50'000, letter)) ? 0 : 1;
+            const QByteArray seen = contentOf(path(u"a"_s));
+            halves += seen.size() != 50'000 || seen.count(seen.at(0)) != seen.size();
+        }
+    };
+    std::thread one(write, 'o');
+    std::thread two(write, 't');
+    write('m');
+    one.join();
+    two.join();
+    QCOMPARE(failures.load(), 0);
+    QCOMPARE(halves.load(), 0);
+    QCOMPARE(namesIn(m_folder->path()), QStringList{u"a"_s});
 }
 
 void AtomicReplaceTest::keepsOldOrNewWhateverCallFails_data()

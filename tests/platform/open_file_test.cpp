@@ -85,7 +85,7 @@ void OpenFileTest::passesTheGateWithEveryCall()
     const ScopedFaults faults([](FileOperation, const QString &) { return EIO; });
     QCOMPARE(OpenFile::open(path("gated"), O_RDONLY).error(), EIO);
     QCOMPARE(file->write(std::span(&piece, 1)), EIO);
-    QCOMPARE(file->cutToNothing(), EIO);
+    QCOMPARE(file->overwrite({}), EIO);
     QCOMPARE(file->flush(), EIO);
     QCOMPARE(file->status(status), EIO);
     QCOMPARE(file->copyRestOf(*source), EIO);

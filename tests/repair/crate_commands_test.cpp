@@ -244,6 +244,22 @@ private Q_SLOTS:
         QCOMPARE(contentOf(app.heldItems().first().heldPath), crateOf({u"3"_s, u"4"_s}));
     }
 
+    void mergingMakesNoLibraryWhereADriveHasGone()
+    {
+        m_user->addTrack(u"a.mp3"_s);
+        writeCrate(u"A"_s, {u"1"_s, u"2"_s});
+        writeCrate(u"B"_s, {u"1"_s});
+        AppState &app = m_user->start();
+        const QString music = m_user->home(u"Music"_s);
+        QVERIFY(QDir().rename(music, m_user->home(u"Elsewhere"_s)));
+        app.mergeCrates(overlapOf(u"A"_s, u"B"_s));
+        QCOMPARE(m_user->toasts(),
+                 QStringList{u"The library isn't at “"_s + music + u"/_Serato_” any more. [!]"_s});
+        QVERIFY(!QFileInfo::exists(music));
+        QVERIFY(app.changeEntries().isEmpty());
+        QVERIFY(app.heldItems().isEmpty());
+    }
+
     void aNameTooLongForItsTemporaryFailsAndLosesNothing()
     {
         m_user->addTrack(u"a.mp3"_s);

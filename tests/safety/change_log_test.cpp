@@ -104,6 +104,8 @@ private Q_SLOTS:
     void catchesUpWhateverCallFails();
     void isOldOrNewOrEmptyWhateverCallFails();
     void writesTheSameBytesWhetherReadOrNot();
+    void losesNothingOfAnothers();
+    void takesNothingInFromABadFile();
     void canBeWaitedForOnAnyThread();
 
 private:
@@ -384,12 +386,42 @@ void ChangeLogTest::writesTheSameBytesWhetherReadOrNot()
     ChangeLog log;
     (void)log.append(relink(u"first"_s));
     (void)log.append(relink(u"second"_s));
-    ChangeLog reloaded;
-    QCOMPARE(reloaded.entries().size(), 2);
+    const QByteArray two = contentOf(file());
     (void)log.append(relink(u"third"_s));
     const QByteArray bytes = contentOf(file());
+    put(file(), two);
+    ChangeLog reloaded;
     (void)reloaded.append(relink(u"third"_s));
     QCOMPARE(contentOf(file()), bytes);
+}
+
+void ChangeLogTest::losesNothingOfAnothers()
+{
+    const platform::ScopedClock clock(noon);
+    ChangeLog one;
+    ChangeLog other;
+    const QString first = one.append(relink(u"first"_s)).id;
+    const QString second = other.append(relink(u"second"_s)).id;
+    QVERIFY(first != second);
+    QCOMPARE(targetsIn(m_folder->path()), u"second first"_s);
+    (void)one.append(relink(u"third"_s));
+    (void)other.append(relink(u"fourth"_s));
+    QCOMPARE(targetsIn(m_folder->path()), u"fourth third second first"_s);
+    QVERIFY(one.markReversed(first));
+    (void)other.append(relink(u"fifth"_s));
+    QCOMPARE(targetsIn(m_folder->path()), u"fifth fourth third second first!"_s);
+    QVERIFY(one.markReversed(second));
+    QCOMPARE(targetsIn(m_folder->path()), u"fifth fourth third second! first!"_s);
+    QCOMPARE(one.entries(), ChangeLog().entries());
+}
+
+void ChangeLogTest::takesNothingInFromABadFile()
+{
+    ChangeLog log;
+    (void)log.append(relink(u"first"_s));
+    put(file(), contentOf(file()).chopped(3));
+    (void)log.append(relink(u"second"_s));
+    QCOMPARE(targetsIn(m_folder->path()), u"second first"_s);
 }
 
 TARNWICK_FAULT_LOOP_MAIN(ChangeLogTest, cases)

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void takesTheLastOfEqualPaths();
     void letsTheMainThreadReadWhileItCaptures();
     void capturesOneAfterTheOther();
+    void losesNothingOfAnothers();
     void outlivesItsOwnLoading();
 };
 
@@ -312,6 +313,26 @@ void CueVaultTest::capturesOneAfterTheOther()
     other.join();
     QCOMPARE(vault.protectedCount(), 40);
     QCOMPARE(*CueVault().entries(), *vault.entries());
+}
+
+/// Of another program's, on the same data folder.
+void CueVaultTest::losesNothingOfAnothers()
+{
+    platform::ScopedClock clock(noon);
+    CueVault one;
+    CueVault other;
+    (void)other.entries();
+    const ScannedTrack a = cued(u"a.mp3"_s, "a, early");
+    QCOMPARE(one.capture(Tracks{a, cued(u"b.mp3"_s)}), 2);
+    clock.set(noon.addSecs(60));
+    QCOMPARE(other.capture(Tracks{cued(u"a.mp3"_s, "a, the later copy"), cued(u"c.mp3"_s)}), 2);
+    QCOMPARE(CueVault().protectedCount(), 3);
+    QCOMPARE(one.capture(Tracks{cued(u"d.mp3"_s)}), 1);
+    const CueVault both;
+    QCOMPARE(both.protectedCount(), 4);
+    QCOMPARE(*both.entries(), *one.entries());
+    const QString markers = QString::fromLatin1(markersName);
+    QVERIFY(both.entry(a.track.relativePath)->payloads().value(markers).endsWith("later copy"));
 }
 
 void CueVaultTest::outlivesItsOwnLoading()

@@ -52,6 +52,8 @@ private Q_SLOTS:
     void startsEmptyFromABadManifest_data();
     void startsEmptyFromABadManifest();
     void staysAheadOfADiskThatFails();
+    void losesNothingOfAnothers();
+    void givesNoIdTwice();
     void movesAcrossFileSystems();
 
 private:
@@ -386,6 +388,49 @@ void HoldingFolderTest::staysAheadOfADiskThatFails()
     QCOMPARE(HoldingFolder().items().size(), 0);
     QVERIFY(holding.restore(holding.items().first().id));
     QCOMPARE(HoldingFolder().items(), holding.items());
+}
+
+void HoldingFolderTest::losesNothingOfAnothers()
+{
+    const platform::ScopedClock clock(noon);
+    for (const QString &name : {u"a.mp3"_s, u"b.mp3"_s, u"c.mp3"_s})
+        put(path(name), name.toUtf8());
+    HoldingFolder one;
+    HoldingFolder other;
+    const auto a = one.hold(path(u"a.mp3"_s), u"r"_s);
+    const auto b = other.hold(path(u"b.mp3"_s), u"r"_s);
+    QVERIFY(a && b);
+    QVERIFY(a->id != b->id);
+    QCOMPARE(HoldingFolder().items(), (QList<HeldItem>{*b, *a}));
+    QVERIFY(one.restore(a->id));
+    const auto c = other.hold(path(u"c.mp3"_s), u"r"_s);
+    QVERIFY(c.has_value());
+    one.purgeExpired();
+    HeldItem given = *a;
+    given.restored = true;
+    QCOMPARE(HoldingFolder().items(), (QList<HeldItem>{*c, *b, given}));
+    QVERIFY(one.restore(c->id));
+    QCOMPARE(contentOf(path(u"c.mp3"_s)), QByteArray("c.mp3"));
+}
+
+/// A purge makes the list shorter, and a clock can be put back: the number and the moment of an
+/// item come once more.
+void HoldingFolderTest::givesNoIdTwice()
+{
+    platform::ScopedClock clock(noon.addDays(-40));
+    for (const QString &name : {u"a.mp3"_s, u"b.mp3"_s, u"c.mp3"_s})
+        put(path(name), name.toUtf8());
+    HoldingFolder holding;
+    QVERIFY(holding.hold(path(u"a.mp3"_s), u"r"_s));
+    clock.set(noon);
+    const auto b = holding.hold(path(u"b.mp3"_s), u"r"_s);
+    holding.purgeExpired();
+    const auto c = holding.hold(path(u"c.mp3"_s), u"r"_s);
+    QVERIFY(b && c);
+    QCOMPARE(b->id, u"held-2-1795176000"_s);
+    QCOMPARE(c->id, u"held-3-1795176000"_s);
+    QCOMPARE(contentOf(b->heldPath), QByteArray("b.mp3"));
+    QCOMPARE(contentOf(c->heldPath), QByteArray("c.mp3"));
 }
 
 void HoldingFolderTest::movesAcrossFileSystems()

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <cerrno>
+#include <thread>
 
 using namespace tarnwick;
 using namespace tarnwick::testing;
@@ -60,6 +61,7 @@ class SignalConfigTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void beginsOneIdentityForAllThatStartAtOnce();
     void init()
     {
         m_folder = std::make_unique<TestFolder>();
@@ -191,6 +193,22 @@ private:
     std::unique_ptr<TestFolder> m_folder;
     std::unique_ptr<ScopedVariable> m_data;
 };
+
+void SignalConfigTest::beginsOneIdentityForAllThatStartAtOnce()
+{
+    const TestFolder folder;
+    const ScopedVariable data("XDG_DATA_HOME", folder.path().toUtf8());
+    folder.makeFolder(u"Tarnwick"_s);
+    for (int round = 0; round < 50; ++round) {
+        QFile::remove(folder.path(fileName));
+        QString other;
+        std::thread starting([&other] { other = SignalConfig::loadOrCreate().djHash; });
+        const QString own = SignalConfig::loadOrCreate().djHash;
+        starting.join();
+        QCOMPARE(own, other);
+        QCOMPARE(SignalConfig::loadOrCreate().djHash, own);
+    }
+}
 
 QTEST_GUILESS_MAIN(SignalConfigTest)
 #include "signal_config_test.moc"
