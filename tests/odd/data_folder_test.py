@@ -127,6 +127,10 @@ class DataFolderTest(OddCase):
                 self.assertEqual([item for item in left[store][name] if item in kept[store][name]],
                                  kept[store][name], command)
             self.home.write_library([track(path) for path in self.paths + more])
+        # With room again all of it is kept.
+        self.home.ask("set-genre", "Disco", self.paths[9])
+        self.assertEqual(self.home.ask("changes")["entries"][0]["after"], "Disco")
+        self.assertEqual(self.home.ask("cues")["protected"], len(self.paths) + len(more))
 
     @unittest.skipUnless(may_mount(), "may not mount a file system here")
     def test_a_snapshot_that_has_no_room_is_told_and_leaves_nothing(self):
