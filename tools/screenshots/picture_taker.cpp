@@ -1,5 +1,6 @@
 #include "screenshots/picture_taker.h"
 
+#include "screens/gig_check/gig_check_presenter.h"
 #include "screens/shell/scanning_presenter.h"
 #include "screenshots/export_states.h"
 #include "screenshots/gig_run_states.h"
@@ -72,6 +73,9 @@ bool PictureTaker::takeScan()
     untilIdle.exec();
     if (!m_app.result())
         return fail(m_app.toast() ? m_app.toast()->message : u"the scan failed"_s);
+    // Without tracks there is nothing to be seen of a scan.
+    if (m_app.result()->tracks.empty())
+        return true;
     return kept || fail(u"the scan was over before it could be seen"_s);
 }
 
@@ -121,6 +125,9 @@ void PictureTaker::waitUntilIdle()
     QObject::connect(&m_app, &AppState::becameIdle, &untilIdle, &QEventLoop::quit);
     if (m_app.pendingTasks() > 0)
         untilIdle.exec();
+    auto *check = qobject_cast<GigCheckPresenter *>(m_window.presenter().viewPresenter());
+    while (check && !check->hasReport())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 bool PictureTaker::keep(const QString &name)

@@ -11,7 +11,7 @@ Rectangle {
     /// Name of a symbol beside the word; none for none.
     property string symbol
     property bool symbolLast: false
-    /// The word is cut where the capsule would get wider than this.
+    /// How wide the capsule may get: the word is drawn a little smaller, and cut where that won't do.
     property real most: Infinity
     /// Whether something around it says the same to a screen reader.
     property bool quiet: false
@@ -47,6 +47,9 @@ Rectangle {
             id: words
 
             width: Math.min(implicitWidth, pill.most - pill.aside - 22)
+            fontSizeMode: words.width < words.implicitWidth ? Text.HorizontalFit : Text.FixedSize
+            minimumPointSize: 7
+            horizontalAlignment: Text.AlignHCenter
             text: pill.text
             color: pill.wordColor
             font: Theme.font(11.5)

@@ -40,14 +40,14 @@ T.Popup {
             property: "opacity"
             from: 0
             to: 1
-            duration: 100
+            duration: Theme.motion
         }
     }
     exit: Transition {
         NumberAnimation {
             property: "opacity"
             to: 0
-            duration: 80
+            duration: Theme.motion
         }
     }
 }

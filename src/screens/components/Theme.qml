@@ -90,6 +90,9 @@ QtObject {
         y: 6
     }
 
+    /// How long a change that moves or fades takes, in milliseconds.
+    readonly property int motion: 160
+
     /// The font of a MicroLabel.
     readonly property font micro: Fonts.capitals(10, Font.DemiBold, 0.5)
     readonly property bool hasArchivo: Fonts.hasArchivo

@@ -45,7 +45,7 @@ CheckButton {
 
                 Behavior on x {
                     NumberAnimation {
-                        duration: 110
+                        duration: Theme.motion
                         easing.type: Easing.InOutQuad
                     }
                 }

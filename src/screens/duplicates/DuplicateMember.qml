@@ -70,6 +70,6 @@ RowLayout {
         horizontalAlignment: Text.AlignRight
         text: member.kept ? "Keep" : "→ holding"
         color: member.kept ? Theme.good : Theme.inkSoft
-        font: Theme.font(12, Font.DemiBold)
+        font: Theme.font(11.5, Font.DemiBold)
     }
 }

@@ -17,6 +17,7 @@ ListRow {
     required property list<string> tags
     required property bool kept
     property real margin: 0
+    property bool last: false
 
     signal keepPressed(string group, int place)
     signal resolvePressed(Item button, string group)
@@ -25,9 +26,9 @@ ListRow {
     readonly property bool isHead: row.kind === 0
     readonly property bool isMember: row.kind === 1
     readonly property bool isFoot: row.kind === 2
-    readonly property real gap: row.isFoot ? 14 : 0
+    readonly property real gap: row.isFoot && !row.last ? 18 : 0
 
-    implicitHeight: (row.isHead ? 46 : 60) + row.gap
+    implicitHeight: (row.isHead ? 50 : row.isMember ? 50 : 68) + row.gap
     Accessible.name: row.first
 
     CardSlice {
@@ -36,6 +37,7 @@ ListRow {
         height: row.height - row.gap
         first: row.isHead
         last: row.isFoot
+        ruled: false
 
         DuplicateHead {
             anchors.fill: parent

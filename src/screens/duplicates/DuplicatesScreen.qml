@@ -20,6 +20,7 @@ Item {
         delegate: DuplicateRow {
             width: scaffold.width // qmllint disable unqualified
             margin: scaffold.padding // qmllint disable unqualified
+            last: index === scaffold.list.count - 1 // qmllint disable unqualified
             onKeepPressed: (group, place) => screen.presenter.keep(group, place)
             onResolvePressed: (button, group) => LongRun.start(button, () => screen.presenter.resolve(group))
             onNotDuplicatePressed: (button, group) => LongRun.start(button, () => screen.presenter.markNotDuplicate(group))

@@ -72,13 +72,22 @@ ListRow {
                 }
             }
 
-            RiskBadge {
-                safe: row.safe
+            Item {
+                implicitWidth: 62
+                implicitHeight: badge.implicitHeight
+
+                RiskBadge {
+                    id: badge
+
+                    anchors.right: parent.right
+                    safe: row.safe
+                }
             }
 
             PrimaryButton {
                 id: fix
 
+                Layout.minimumWidth: 76
                 visible: row.fixable
                 activeFocusOnTab: false
                 title: "Fix it"
@@ -87,6 +96,7 @@ ListRow {
             }
 
             GhostButton {
+                Layout.minimumWidth: 76
                 visible: !row.fixable
                 activeFocusOnTab: false
                 title: "Decide"

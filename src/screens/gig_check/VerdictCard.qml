@@ -11,11 +11,12 @@ Card {
 
     spacing: 6
 
-    RowLayout {
-        Layout.fillWidth: true
+    Row {
         spacing: 12
 
         PlainText {
+            id: verdict
+
             text: card.presenter.verdict
             color: Theme.tint(card.presenter.verdictTint)
             font: Theme.display(30)
@@ -23,8 +24,7 @@ Card {
         }
 
         Figure {
-            Layout.fillWidth: true
-            Layout.alignment: Qt.AlignBaseline
+            anchors.baseline: verdict.baseline
             text: card.presenter.tracks
             color: Theme.inkSoft
         }

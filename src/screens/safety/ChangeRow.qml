@@ -18,7 +18,10 @@ ListRow {
 
     signal undoPressed(Item button, string key)
 
-    implicitHeight: 62
+    /// Beside the snapshots of a small window there is no room for a line's whole length.
+    readonly property bool narrow: row.width < 640
+
+    implicitHeight: row.narrow ? 84 : 62
     Accessible.name: row.detail
 
     CardSlice {
@@ -40,6 +43,7 @@ ListRow {
                     id: pill
 
                     text: row.kind
+                    most: parent.width
                 }
             }
 
@@ -50,7 +54,8 @@ ListRow {
                 PlainText {
                     Layout.fillWidth: true
                     text: row.detail
-                    maximumLineCount: 1
+                    wrapMode: Text.Wrap
+                    maximumLineCount: row.narrow ? 2 : 1
                     elide: Text.ElideRight
                 }
 
@@ -59,7 +64,8 @@ ListRow {
                     text: row.line
                     color: Theme.inkFaint
                     font: Theme.font(11.5)
-                    maximumLineCount: 1
+                    wrapMode: Text.Wrap
+                    maximumLineCount: row.narrow ? 2 : 1
                     elide: Text.ElideRight
                 }
             }

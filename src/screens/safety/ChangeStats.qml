@@ -11,7 +11,7 @@ Card {
 
     GridLayout {
         Layout.fillWidth: true
-        columns: 2
+        columns: stats.width < 640 ? 2 : 4
         columnSpacing: 18
         rowSpacing: 16
 

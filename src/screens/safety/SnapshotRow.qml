@@ -48,7 +48,8 @@ ListRow {
                 Layout.fillWidth: true
                 text: row.reason
                 font: Theme.font(12.5, Font.DemiBold)
-                maximumLineCount: 1
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
                 elide: Text.ElideRight
             }
 

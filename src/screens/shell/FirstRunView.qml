@@ -21,7 +21,7 @@ ScrollArea {
     }
 
     PlainText {
-        width: Math.min(parent.width, 640)
+        width: Math.min(parent.width, 664)
         text: "Tarnwick reads your Serato database and reports what it finds. Nothing is changed, moved, or uploaded — this first pass is read-only."
         color: Theme.inkSoft
         font: Theme.font(13.5)

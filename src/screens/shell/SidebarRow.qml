@@ -18,7 +18,7 @@ PlainButton {
     ringGap: row.selected ? -3 : -1
     ringColor: row.selected ? Theme.onFill : Theme.focusRing
     horizontalPadding: 10
-    verticalPadding: 6
+    verticalPadding: 5
     Accessible.description: row.badge
     Accessible.selectable: true
     Accessible.selected: row.selected

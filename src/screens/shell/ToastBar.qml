@@ -26,7 +26,7 @@ Rectangle {
 
     Behavior on opacity {
         NumberAnimation {
-            duration: 180
+            duration: Theme.motion
             easing.type: Easing.InOutQuad
         }
     }

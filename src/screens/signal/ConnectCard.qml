@@ -22,7 +22,7 @@ Card {
 
     PlainText {
         Layout.fillWidth: true
-        Layout.maximumWidth: 620
+        Layout.maximumWidth: 644
         Layout.topMargin: 8
         Layout.bottomMargin: 18
         text: "Point Tarnwick at the Signal server your community runs. Nothing is shared until you turn sharing on — and even then it's just anonymised play counts (no names, venues, or times finer than a week)."

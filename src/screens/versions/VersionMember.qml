@@ -61,7 +61,7 @@ PlainButton {
             horizontalAlignment: Text.AlignRight
             text: member.kept ? "Keep" : "→ Archive"
             color: member.kept ? Theme.good : Theme.inkSoft
-            font: Theme.font(12, Font.DemiBold)
+            font: Theme.font(11.5, Font.DemiBold)
         }
     }
 }

@@ -29,7 +29,7 @@ ListRow {
     readonly property bool isFoot: row.kind === 2
     readonly property real gap: row.isFoot && !row.last ? 18 : 0
 
-    implicitHeight: (row.isHead ? 46 : row.isMember ? 56 : 66) + row.gap
+    implicitHeight: (row.isHead ? 50 : row.isMember ? 50 : 68) + row.gap
     Accessible.name: row.isMember ? row.first : row.base
 
     CardSlice {
@@ -38,6 +38,7 @@ ListRow {
         height: row.height - row.gap
         first: row.isHead
         last: row.isFoot
+        ruled: false
 
         VersionHead {
             anchors.fill: parent
