@@ -11,4 +11,15 @@ namespace tarnwick::platform {
 /// Linux keeps at most 15 bytes of a program's name, all that is compared there.
 bool isAnyProgramRunning(const QStringList &names);
 
+/// Counts only programs that this process has started, for the guard's life: what else runs on the
+/// machine doesn't matter. For tests.
+class ScopedOwnPrograms
+{
+public:
+    ScopedOwnPrograms();
+    ~ScopedOwnPrograms();
+    ScopedOwnPrograms(const ScopedOwnPrograms &) = delete;
+    ScopedOwnPrograms &operator=(const ScopedOwnPrograms &) = delete;
+};
+
 } // namespace tarnwick::platform

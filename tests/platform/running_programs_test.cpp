@@ -1,7 +1,10 @@
 #include "platform/running_programs.h"
 
 #include "support/running_program.h"
+#include "support/test_folder.h"
 
+#include <QFile>
+#include <QProcess>
 #include <QTest>
 
 using namespace tarnwick::platform;
@@ -16,6 +19,7 @@ private Q_SLOTS:
     void findsAProgramByItsExactName_data();
     void findsAProgramByItsExactName();
     void findsNothingAfterItsEnd();
+    void canCountOwnProgramsOnly();
 };
 
 void RunningProgramsTest::findsAProgramByItsExactName_data()
@@ -45,6 +49,28 @@ void RunningProgramsTest::findsNothingAfterItsEnd()
         QVERIFY(isAnyProgramRunning({u"Tarnwick Brief"_s}));
     }
     QVERIFY(!isAnyProgramRunning({u"Tarnwick Brief"_s}));
+}
+
+void RunningProgramsTest::canCountOwnProgramsOnly()
+{
+    // A process between this one and the program, which ends with its input.
+    const TestFolder folder;
+    const QString name = u"Tarnwick (far)"_s;
+    QVERIFY(QFile::copy(u"/bin/sleep"_s, folder.path(name)));
+    QProcess parent;
+    parent.start(u"/bin/sh"_s,
+                 {u"-c"_s, u"\"$0\" 60 & read -r line; kill $!"_s, folder.path(name)});
+    QVERIFY(parent.waitForStarted());
+    QTRY_VERIFY(isAnyProgramRunning({name}));
+    {
+        const ScopedOwnPrograms guard;
+        QVERIFY(!isAnyProgramRunning({name}));
+        const RunningProgram program(u"Tarnwick ) near"_s);
+        QVERIFY(isAnyProgramRunning({name, u"Tarnwick ) near"_s}));
+    }
+    QVERIFY(isAnyProgramRunning({name}));
+    parent.closeWriteChannel();
+    QVERIFY(parent.waitForFinished());
 }
 
 QTEST_GUILESS_MAIN(RunningProgramsTest)

@@ -1,6 +1,7 @@
 #include "repair/repair_engine.h"
 
 #include "platform/fault_gate.h"
+#include "platform/running_programs.h"
 #include "support/library_builder.h"
 #include "support/running_program.h"
 #include "support/test_files.h"
@@ -36,6 +37,8 @@ private:
     {
         return databaseVersion() + trackRecord({textRecord("pfil", u"music/a.mp3"), genre});
     }
+
+    platform::ScopedOwnPrograms m_programs;
 };
 
 void RepairEngineTest::saysWhatWentWrong_data()

@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/fault_gate.h"
+#include "platform/running_programs.h"
 #include "support/running_program.h"
 #include "support/safety_records.h"
 
@@ -69,6 +70,7 @@ private:
     QString libraryPath(const QString &name) const { return library().folderPath() + u'/' + name; }
 
     std::unique_ptr<QTemporaryDir> m_folder;
+    platform::ScopedOwnPrograms m_programs;
 };
 
 void SnapshotStoreTest::init()

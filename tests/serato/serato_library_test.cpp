@@ -2,6 +2,7 @@
 
 #include "platform/fault_gate.h"
 #include "platform/mounts.h"
+#include "platform/running_programs.h"
 #include "platform/volumes.h"
 #include "support/mount_list.h"
 #include "support/test_folder.h"
@@ -53,6 +54,7 @@ private:
 
     std::unique_ptr<TestFolder> m_folder;
     std::unique_ptr<platform::ScopedVolumeFolders> m_volumes;
+    platform::ScopedOwnPrograms m_programs;
 };
 
 void SeratoLibraryTest::init()

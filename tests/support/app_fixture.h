@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/app_state.h"
+#include "platform/running_programs.h"
 #include "platform/volumes.h"
 #include "support/scoped_environment.h"
 #include "support/serato_builder.h"
@@ -14,7 +15,7 @@
 namespace tarnwick::testing {
 
 /// A user of the test's own: a home folder, a data folder and volumes in a temporary folder, and
-/// one AppState over them.
+/// one AppState over them, which sees of all programs only those that the test starts.
 class AppFixture
 {
 public:
@@ -71,6 +72,7 @@ public:
 
 private:
     TestFolder m_root;
+    platform::ScopedOwnPrograms m_programs;
     platform::ScopedVolumeFolders m_volumes;
     ScopedVariable m_home;
     ScopedVariable m_data;

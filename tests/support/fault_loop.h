@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/fault_gate.h"
+#include "platform/running_programs.h"
 #include "support/power_cut.h"
 
 #include <QCoreApplication>
@@ -251,6 +252,7 @@ inline std::optional<int> runAsVictim(const QStringList &arguments,
     int main(int argc, char **argv)                                                                \
     {                                                                                              \
         QCoreApplication application(argc, argv);                                                  \
+        const tarnwick::platform::ScopedOwnPrograms programs;                                      \
         if (const auto status =                                                                    \
                 tarnwick::testing::runAsVictim(QCoreApplication::arguments(), cases()))            \
             return *status;                                                                        \
