@@ -88,7 +88,8 @@ GenreIndex::GenreIndex(const std::vector<ScannedTrack> &tracks)
     for (int number = 0; number < m_artists.count(); ++number) {
         const std::span<const int> genres = genresByArtist.of(number);
         const int winner = mostFrequent(genres, counts);
-        m_winners.push_back({winner, int(exactPercent(counts[size_t(winner)], genres.size()))});
+        m_winners.push_back(
+            {winner, int(exactPercent(counts[size_t(winner)], qint64(genres.size())))});
         for (const int genre : genres)
             counts[size_t(genre)] = 0;
     }

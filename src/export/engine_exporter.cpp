@@ -19,7 +19,7 @@ EngineResult<void> addTracks(EngineDatabase &database, const TracksOnDisk &track
                              const ExportProgressFunction &progress)
 {
     for (int id = 1; id <= tracks.count(); ++id) {
-        if (const auto added = database.addTrack(id, tracks.track(id)); !added)
+        if (auto added = database.addTrack(id, tracks.track(id)); !added)
             return added;
         if (id % tracksPerReport == 0)
             progress({u"Creating Engine library…"_s, id, tracks.count()});
@@ -32,11 +32,11 @@ EngineResult<void> addTracks(EngineDatabase &database, const TracksOnDisk &track
 EngineResult<void> addCrate(EngineDatabase &database, int listId, const LoadedCrate &crate,
                             const TracksOnDisk &tracks)
 {
-    if (const auto added = database.addPlaylist(listId, crate.name); !added)
+    if (auto added = database.addPlaylist(listId, crate.name); !added)
         return added;
     int place = 0;
     for (const int trackId : tracks.numbersOf(crate.paths)) {
-        if (const auto added = database.addEntry(listId, trackId, ++place); !added)
+        if (auto added = database.addEntry(listId, trackId, ++place); !added)
             return added;
     }
     return {};

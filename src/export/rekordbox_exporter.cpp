@@ -63,11 +63,12 @@ Result<ExportOutcome> exportTo(const std::vector<ScannedTrack> &tracks,
     const QList<LoadedCrate> playlists = withEntries(crates);
     const RekordboxCollection collection = collectionOf(exported, playlists, progress);
     const QString path = pathIn(folder);
-    const ExportOutcome outcome{ExportTarget::Rekordbox, path, exported.count(),
-                                int(playlists.size())};
     return platform::makeFolders(folder)
         .and_then([&] { return platform::replaceFile(path, collection.text()); })
-        .map([&] { return outcome; });
+        .map([&] {
+            return ExportOutcome{ExportTarget::Rekordbox, path, exported.count(),
+                                 int(playlists.size())};
+        });
 }
 
 std::optional<QSet<QString>> readPaths(const QString &folder)

@@ -28,7 +28,7 @@ Done removeEarlier(const QString &backup, const QString &library)
 /// False where the library doesn't have the item.
 Result<bool> copyEntry(const QString &source, const QString &backup)
 {
-    const auto isThere = platform::isPresent(source);
+    auto isThere = platform::isPresent(source);
     if (!isThere || !*isThere)
         return isThere;
     // Else a folder would be filled with itself for ever.

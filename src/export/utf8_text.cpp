@@ -34,7 +34,7 @@ constexpr std::array<bool, 128> isKeptInUrls = [] {
     std::array<bool, 128> kept{};
     for (const char character : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZ"
                                                  "abcdefghijklmnopqrstuvwxyz0123456789-._~/"))
-        kept[size_t(character)] = true;
+        kept[static_cast<unsigned char>(character)] = true;
     return kept;
 }();
 

@@ -29,7 +29,8 @@ void TextStock::giveBack()
     if (!m_block)
         return;
     PackedTexts::addHolders(m_block, -std::exchange(m_left, quint16(0)));
-    QString(QString::DataPointer(std::exchange(m_block, nullptr), nullptr, 0)); // the stock's own
+    // The stock's own share ends with this text.
+    const QString share(QString::DataPointer(std::exchange(m_block, nullptr), nullptr, 0));
     m_size = 0;
 }
 

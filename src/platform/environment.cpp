@@ -1,5 +1,7 @@
 #include "platform/environment.h"
 
+#include <array>
+
 #include <pwd.h>
 #include <unistd.h>
 
@@ -11,8 +13,12 @@ namespace {
 
 QString homeInUserDatabase()
 {
-    const passwd *user = ::getpwuid(::getuid());
-    return user ? QString::fromLocal8Bit(user->pw_dir) : u"/"_s;
+    std::array<char, 16384> texts; // bytes; far more than the texts of an entry take
+    passwd user;
+    passwd *found = nullptr;
+    if (::getpwuid_r(::getuid(), &user, texts.data(), texts.size(), &found) != 0 || !found)
+        return u"/"_s;
+    return QString::fromLocal8Bit(found->pw_dir);
 }
 
 } // namespace

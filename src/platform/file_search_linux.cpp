@@ -104,6 +104,7 @@ private:
         const std::unique_ptr<DIR, decltype(close)> open(::opendir(folder.constData()), close);
         if (!open)
             return;
+        // cppcheck-suppress readdirCalled ; no other thread has this stream
         while (const dirent *entry = ::readdir(open.get())) {
             const std::string_view name(entry->d_name);
             if (isFolder(*entry, folder))

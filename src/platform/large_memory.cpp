@@ -20,7 +20,7 @@ void expectToFill(void *start, size_t bytes)
     const std::uintptr_t first = (address + page - 1) & ~(page - 1);
     const std::uintptr_t end = (address + bytes) & ~(page - 1);
     // A refusal costs time alone.
-    (void)::madvise(reinterpret_cast<void *>(first), end - first, MADV_HUGEPAGE);
+    (void)::madvise(static_cast<char *>(start) + (first - address), end - first, MADV_HUGEPAGE);
 #else
     Q_UNUSED(start);
     Q_UNUSED(bytes);

@@ -49,17 +49,17 @@ ChangeEntry ChangeLog::append(const Change &change)
     platform::SharedFileWrite file(Store::changeLog());
     takeIn(file);
     const QDateTime date = wholeSeconds(platform::now());
-    const ChangeEntry entry{.id = freshId(entries().size() + 1, date),
-                            .kind = change.kind,
-                            .date = date,
-                            .target = change.target,
-                            .detail = change.detail,
-                            .before = change.before,
-                            .after = change.after,
-                            .reversibleUntil = endOfWindow(date, change.reversibleDays),
-                            .reversed = false,
-                            .snapshotId = change.snapshotId,
-                            .holdingId = change.holdingId};
+    ChangeEntry entry{.id = freshId(entries().size() + 1, date),
+                      .kind = change.kind,
+                      .date = date,
+                      .target = change.target,
+                      .detail = change.detail,
+                      .before = change.before,
+                      .after = change.after,
+                      .reversibleUntil = endOfWindow(date, change.reversibleDays),
+                      .reversed = false,
+                      .snapshotId = change.snapshotId,
+                      .holdingId = change.holdingId};
     m_list->records.prepend(entry);
     m_list->texts.prepend(StoreFile::encoded(entry));
     write(file);

@@ -25,7 +25,7 @@ std::optional<CueVault::Entries> decoded(const QByteArray &file)
         CueEntry entry;
         if (!CueEntry::read(json, file, entry))
             return false;
-        entries.insert(JsonReader::toText(key), std::move(entry));
+        entries.emplace(JsonReader::toText(key), std::move(entry));
         return true;
     });
     return isObject && json.end() ? std::optional(std::move(entries)) : std::nullopt;

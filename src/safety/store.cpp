@@ -16,7 +16,7 @@ constexpr mode_t ownerOnly = 0700;
 
 QString subfolder(const QString &name)
 {
-    const QString path = joinedPath(root(), name);
+    QString path = joinedPath(root(), name);
     (void)platform::makeFolders(path, ownerOnly);
     return path;
 }
@@ -27,7 +27,7 @@ QString root()
 {
     static std::mutex mutex;
     static QString made;
-    const QString folder = platform::dataFolder();
+    QString folder = platform::dataFolder();
     const std::scoped_lock lock(mutex);
     if (made != folder) {
         (void)platform::makeFolders(folder, ownerOnly);

@@ -11,7 +11,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr quint64 usualBufferSize = 256 * 1024; // stays in the processor's cache
+constexpr quint64 usualBufferSize = quint64(256) * 1024; // stays in the processor's cache
 
 } // namespace
 

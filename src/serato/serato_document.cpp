@@ -130,7 +130,7 @@ std::vector<QByteArrayView> SeratoDocument::parts() const
 {
     std::vector<QByteArrayView> parts;
     for (const QByteArrayView record : m_records) {
-        if (!parts.empty() && parts.back().end() == record.begin())
+        if (!parts.empty() && parts.back().data() + parts.back().size() == record.data())
             parts.back() = {parts.back().data(), parts.back().size() + record.size()};
         else
             parts.push_back(record);

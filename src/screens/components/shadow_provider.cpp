@@ -39,22 +39,23 @@ struct Coverage
     Coverage(int columns, int rows)
         : width(columns)
         , height(rows)
-        , values(size_t(columns * rows))
+        , values(size_t(columns) * size_t(rows))
     {}
-    double &at(int x, int y) { return values[size_t(y * width + x)]; }
-    double at(int x, int y) const { return values[size_t(y * width + x)]; }
+    double &at(int x, int y) { return values[size_t(y) * size_t(width) + size_t(x)]; }
+    double at(int x, int y) const { return values[size_t(y) * size_t(width) + size_t(x)]; }
 };
 
 /// One pass along the rows, which come back as columns, so that two passes blur both ways.
 Coverage blurredAndTurned(const Coverage &from, const std::vector<double> &weights)
 {
     const int reach = int(weights.size()) / 2;
+    const double *const middle = weights.data() + reach;
     Coverage to(from.height, from.width);
     for (int y = 0; y < from.height; ++y) {
         for (int x = 0; x < from.width; ++x) {
             double sum = 0;
             for (int i = std::max(-reach, -x); i <= std::min(reach, from.width - 1 - x); ++i)
-                sum += from.at(x + i, y) * weights[size_t(i + reach)];
+                sum += from.at(x + i, y) * middle[i];
             to.at(y, x) = sum;
         }
     }

@@ -28,7 +28,7 @@ Outcome dedupe(AppState &app, const Derived &derived)
 
 Outcome runStep(AppState &app, Step step, const Derived &derived, Fixes fixes)
 {
-    const Outcome found = GigRunFigures::findings(step, derived);
+    Outcome found = GigRunFigures::findings(step, derived);
     if (fixes == Fixes::No || !app.canWrite() || GigRunFigures::isDone(found))
         return found;
     if (step == Step::Level)

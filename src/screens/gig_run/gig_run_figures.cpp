@@ -58,6 +58,9 @@ struct Overloaded : Cases...
 {
     using Cases::operator()...;
 };
+// As the standard has it by itself, but not every compiler of its time.
+template <typename... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 QString wholeTempo(double tempo)
 {

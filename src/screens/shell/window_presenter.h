@@ -27,6 +27,7 @@ public:
     ToastPresenter *toast() { return &m_toast; }
     /// The QML of the content area, and the presenter that goes with it.
     QUrl view() const { return sourceOf(m_key); }
+    // cppcheck-suppress CastIntegerToAddressAtReturn ; a QPointer is no integer
     QObject *viewPresenter() const { return m_viewPresenter; }
 
     /// To be called when the window first shows something: looks at the machine again.

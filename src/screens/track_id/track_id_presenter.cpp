@@ -56,6 +56,7 @@ void TrackIdPresenter::readLibrary()
     m_ready = TrackIdFigures::ready(untagged).size();
     untagged.resize(std::min(untagged.size(), TrackIdFigures::mostRows));
     std::vector<UntaggedModel::Row> rows;
+    rows.reserve(untagged.size());
     for (const TrackIdFigures::Untagged &one : untagged)
         rows.push_back({derived->result().tracks[one.index], one.suggestion});
     m_tracks.setRows(std::move(rows), m_untagged - untagged.size());
