@@ -1,5 +1,7 @@
 # Compiler cache, sanitizers, hardening: all that concerns how, not what, is compiled.
 
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
 find_program(TARNWICK_CCACHE ccache)
 if(TARNWICK_CCACHE)
     # Paths relative to the source folder, so that work trees and fresh clones share the cache.
@@ -31,9 +33,21 @@ if(TARNWICK_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+# What scripts/checks/hardened looks for in the programs, and what guards returns and jumps where the
+# processor can.
 if(TARNWICK_HARDENED)
+    include(CheckPIESupported)
+    check_pie_supported(LANGUAGES CXX)
     add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    include(CheckCXXCompilerFlag)
+    foreach(flag -fstack-clash-protection -fcf-protection -mbranch-protection=standard)
+        string(MAKE_C_IDENTIFIER TARNWICK_HAS${flag} known)
+        check_cxx_compiler_flag(${flag} ${known})
+        if(${known})
+            add_compile_options(${flag})
+        endif()
+    endforeach()
     if(NOT APPLE)
-        add_link_options(-Wl,-z,relro,-z,now -pie)
+        add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
     endif()
 endif()

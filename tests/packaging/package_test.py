@@ -166,6 +166,12 @@ class PackageTest(unittest.TestCase):
             self.assertNotRegex(dynamic, "RPATH|RUNPATH")
             self.assertIn("libQt6Core.so.6", dynamic)
 
+    def test_programs_and_module_are_hardened(self):
+        if OPTIONS.hardened == "OFF":
+            self.skipTest("this build is not what people run")
+        run([ROOT / "scripts/checks/hardened", self.usr("bin/tarnwick"), self.usr("bin/tarnwick-cli"),
+             self.usr("lib/tarnwick/modules/tarnwick_http.so")])
+
     def test_nothing_but_the_owner_may_write(self):
         listing = run(["dpkg-deb", "--contents", PACKAGE])
         for line in listing.splitlines():
@@ -274,6 +280,7 @@ if __name__ == "__main__":
     parser.add_argument("--build", type=pathlib.Path, required=True)
     parser.add_argument("--cpack", required=True)
     parser.add_argument("--version", required=True)
+    parser.add_argument("--hardened", choices=["ON", "OFF"], required=True)
     OPTIONS, rest = parser.parse_known_args()
     OPTIONS.build = OPTIONS.build.resolve()
     unittest.main(argv=sys.argv[:1] + rest)
