@@ -1,12 +1,13 @@
-// Makes pictures of the window small, where they lie: each keeps the 256 colours that it has most
-// of, and all others become the nearest of those. On flat grounds with letters no eye tells the two
-// apart, and the file is a third as large.
+// Makes pictures of the window small, where they lie: each keeps 256 colours, the one that it has
+// most of each kind and then those that it has most of, and all others become the nearest of those.
+// On flat grounds with letters no eye tells the two apart, and the file is a third as large.
 //
 //   few_colours PICTURE.png...
 
 #include <QHash>
 #include <QImage>
 #include <QList>
+#include <QSet>
 
 #include <algorithm>
 #include <cstdio>
@@ -18,7 +19,13 @@ namespace {
 
 constexpr qsizetype mostColours = 256;
 
-/// The most frequent colours, and which of them each colour of the picture becomes.
+/// Colours of one kind are alike. A small green icon has few points, and yet must stay green.
+QRgb kindOf(QRgb colour)
+{
+    return colour & 0xe0e0e0;
+}
+
+/// The colours kept, and which of them each colour of the picture becomes.
 class Palette
 {
 public:
@@ -34,6 +41,12 @@ public:
         // By the value as well, so that a picture comes out the same on every run.
         std::sort(m_colours.begin(), m_colours.end(), [&](QRgb a, QRgb b) {
             return counts[a] != counts[b] ? counts[a] > counts[b] : a < b;
+        });
+        QSet<QRgb> kinds;
+        std::stable_partition(m_colours.begin(), m_colours.end(), [&](QRgb colour) {
+            const auto known = kinds.size();
+            kinds.insert(kindOf(colour));
+            return kinds.size() > known;
         });
         m_colours.resize(std::min(m_colours.size(), mostColours));
     }
