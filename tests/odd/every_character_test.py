@@ -72,7 +72,7 @@ class EveryCharacterTest(OddCase):
             return VERSION + track("Music/a.mp3", text(b"tsng", "a"), text(b"tgen", genre))
 
         self.home.write("Music/_Serato_/database V2", library("before"))
-        chunks = pieces(ALL, 20000)
+        chunks = pieces(ALL, 30000)
         for chunk in chunks:
             self.home.ask("--", "set-genre", f"G{chunk}", "Music/a.mp3")
             self.assertEqual(self.home.database.read_bytes(), library(f"G{chunk}"))
@@ -96,6 +96,21 @@ class EveryCharacterTest(OddCase):
         suggested = [entry["genre"] for entry in self.home.ask("genres")["suggestions"]]
         self.assertTrue(suggested == [f"G{chunk}z" for chunk in chunks])
         count(len(chunks))
+
+    def test_what_a_user_types_is_kept_as_it_is(self):
+        self.database([track("a.mp3")])
+        for chunk in pieces(ALL, 30000):
+            self.home.ask("snapshot", "--reason", f"R{chunk}")
+            snapshot = self.home.ask("snapshots")["snapshots"][0]
+            self.assertTrue(snapshot["reason"] == f"R{chunk}")
+            folder = self.home.store / "Snapshots" / snapshot["id"]
+            stored = json.loads((folder / "meta.json").read_text("utf-8"))
+            self.assertTrue(stored["reason"] == f"R{chunk}")
+            shutil.rmtree(folder)
+            self.home.ask("signal", "set", "--city", f"C{chunk}", "--key", f"K{chunk}")
+            stored = json.loads((self.home.store / "signal.json").read_text("utf-8"))
+            self.assertTrue((stored["city"], stored["apiKey"]) == (f"C{chunk}", f"K{chunk}"))
+            count(4)
 
     def test_halves_of_pairs_stay_in_the_file_and_are_shown_as_replaced(self):
         halves = [b"\xd8\x00\x00A", b"\x00A\xdb\xff", b"\xdc\x00\xd8\x00", b"\xd8\x00" * 3, b"\xdf\xff"]

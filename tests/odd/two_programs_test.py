@@ -6,7 +6,9 @@ two_programs_test.py --build FOLDER
 
 import json
 import shutil
+import subprocess
 import threading
+import time
 import unittest
 
 import odd_case
@@ -61,6 +63,36 @@ class TwoProgramsTest(OddCase):
         self.assertEqual({entry["snapshotID"] for entry in entries}, {s["id"] for s in snapshots})
         home.ask("undo-everything")
         self.assertEqual({scanned["genre"] for scanned in home.ask("scan")["tracks"]}, {""})
+
+    def test_a_window_and_command_lines_keep_each_others_entries(self):
+        window = odd_case.BUILD / "bin/tarnwick"
+        if not window.exists():
+            self.skipTest("the window isn't built")
+        home, paths = self.home_with_tracks(ROUNDS)
+        seen = 0
+        for number in range(2):
+            # It takes a snapshot behind its scan, and logs it.
+            program = subprocess.Popen(
+                [window], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                env=home.environment | {"TARNWICK_AUTOSCAN": "1", "TARNWICK_SNAPSHOT": "1"})
+            try:
+                end = time.monotonic() + 60
+                while True:
+                    home.ask("set-genre", f"Genre {seen}", paths[seen % ROUNDS])
+                    seen += 1
+                    count()
+                    entries = home.ask("changes")["entries"]
+                    kinds = [entry["kind"] for entry in entries]
+                    if kinds.count("snapshot") > number:
+                        break
+                    self.assertLess(time.monotonic(), end, "the window takes no snapshot")
+            finally:
+                program.terminate()
+                program.wait(30)
+        entries = home.ask("changes")["entries"]
+        self.assertEqual([entry["after"] for entry in entries if entry["kind"] == "tag"][::-1],
+                         [f"Genre {number}" for number in range(seen)])
+        self.assertEqual(len({entry["id"] for entry in entries}), seen + 2)
 
     def test_every_held_file_is_known_while_others_hold_and_look(self):
         home = Home(self.place)
