@@ -13,7 +13,7 @@ import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
-from desktop import Desktop  # noqa: E402
+from desktop import Desktop, wait_until  # noqa: E402
 
 MIDDLE_OF_SIDEBAR = 119  # from the window's left
 
@@ -99,6 +99,28 @@ class AccessibilityTest(unittest.TestCase):
                     reached.append((item.name, item.description))
             self.assertEqual(reached, controls)
         self.on_each_screen(check)
+
+    def test_the_access_key_is_told_to_nobody(self):
+        program = self.program
+        program.take_the_keyboard()
+        program.scroll_to("What's landing", MIDDLE_OF_SIDEBAR)
+        program.press("What's landing")
+        program.wait_for("Signal server", "text")
+        program.tab_to("Signal server")
+        program.type("http://127.0.0.1:9")
+        program.press("Connect")
+        program.press("127.0.0.1")
+        field = program.wait_for("", "text", description="Access key")
+        while program.focused_item().description != "Access key":
+            program.key("Tab")
+            time.sleep(0.05)
+        program.type("sesame")
+        wait_until(lambda: program.text_of(field) == "●" * 6, "the key")
+        for item in program.items():
+            for words in (item.name, item.description, program.text_of(item)):
+                self.assertNotIn("sesame", words)
+        program.key("Escape")
+        program.wait_until_gone("City", "text")
 
 
 if __name__ == "__main__":

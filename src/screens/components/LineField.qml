@@ -8,6 +8,8 @@ T.TextField {
 
     /// What a screen reader calls it.
     required property string label
+    /// What might be typed, shown until something is.
+    property string example
     /// The same as `text`.
     property alias value: field.text
 
@@ -22,6 +24,8 @@ T.TextField {
     selectByMouse: true
     verticalAlignment: TextInput.AlignVCenter
     Accessible.name: field.label
+    // Qt makes it the description as well, whenever a screen reader comes.
+    placeholderText: field.example
     Accessible.description: field.placeholderText
     background: Rectangle {
         radius: Theme.radius.control
@@ -34,7 +38,7 @@ T.TextField {
         width: field.width - field.leftPadding - field.rightPadding
         height: field.height
         visible: field.length === 0 && field.preeditText.length === 0
-        text: field.placeholderText
+        text: field.example
         color: Theme.inkSoft
         font: field.font
         verticalAlignment: Text.AlignVCenter

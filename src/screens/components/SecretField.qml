@@ -12,5 +12,5 @@ LineField {
     passwordMaskDelay: 0
     inputMethodHints: Qt.ImhHiddenText | Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
     // Of such a field Qt tells no name.
-    Accessible.description: field.label
+    placeholderText: field.label
 }

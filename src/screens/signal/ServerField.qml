@@ -24,7 +24,7 @@ RowLayout {
         Layout.fillWidth: true
         label: "Signal server"
         text: row.presenter.server
-        placeholderText: "https://signal.example.org"
+        example: "https://signal.example.org"
         inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
         onTextEdited: row.presenter.server = field.text
         onAccepted: row.connectNow()

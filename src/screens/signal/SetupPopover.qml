@@ -55,7 +55,7 @@ Popover {
             Layout.fillWidth: true
             label: "Access key"
             value: setup.presenter.apiKey
-            placeholderText: "from your crew"
+            example: "from your crew"
             onTextEdited: setup.presenter.apiKey = key.value
         }
 
@@ -72,7 +72,7 @@ Popover {
             Layout.fillWidth: true
             label: "City"
             text: setup.presenter.city
-            placeholderText: "optional, e.g. Detroit"
+            example: "optional, e.g. Detroit"
             onTextEdited: setup.presenter.city = city.text
         }
 

@@ -109,7 +109,7 @@ void SignalScreenTest::asksForAServerAloneUntilThereIsOne()
                   "names, venues, or times finer than a week)."_s}));
     QVERIFY(m_user->button(u"Connect"_s));
     QVERIFY(m_user->field(u"Signal server"_s));
-    QCOMPARE(m_user->field(u"Signal server"_s)->property("placeholderText").toString(),
+    QCOMPARE(m_user->field(u"Signal server"_s)->property("example").toString(),
              u"https://signal.example.org"_s);
     QVERIFY(!m_user->button(u"30d"_s));
     QVERIFY(!m_user->button(u"server"_s));
