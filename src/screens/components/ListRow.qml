@@ -5,6 +5,9 @@ import QtQuick
 Item {
     id: row
 
+    /// Of the file that the row is about; none for none. It can be copied.
+    property string path
+
     Accessible.role: Accessible.ListItem
     ListView.onPooled: row.visible = false
     ListView.onReused: row.visible = true

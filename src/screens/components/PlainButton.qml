@@ -8,6 +8,9 @@ import QtQuick.Templates as T
 T.AbstractButton {
     id: button
 
+    /// Stands beside the resting pointer, in the window. Every control without words has one.
+    property string hint
+
     property real corner: Theme.radius.control
     property real ringGap: 2
     property color ringColor: Theme.focusRing

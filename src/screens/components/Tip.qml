@@ -2,14 +2,16 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarnwick.Components
 
-/// Words that stand beside a control once the pointer has rested on it: what it is called, and its
-/// key. Made when first needed.
+/// Words that stand beside what the pointer has come to rest on: how a control is called, and its
+/// key; or all of a text that is cut short. Made when first needed.
 Item {
     id: tip
 
     /// What the pointer rests on; none while it is elsewhere.
     property Item over: null
     property string text
+    /// Whether they stand below it.
+    property bool below: false
 
     function follow() {
         if (tip.over && tip.text.length > 0) {
@@ -33,11 +35,16 @@ Item {
         sourceComponent: T.ToolTip {
             id: words
 
-            x: parent.width + 8
-            y: (parent.height - height) / 2
+            // What it stands beside may go while it is open.
+            readonly property real besideX: words.parent ? words.parent.width + 8 : 0
+            readonly property real middle: words.parent ? (words.parent.height - height) / 2 : 0
+            readonly property real underneath: words.parent ? words.parent.height + 4 : 0
+
+            x: tip.below ? 0 : words.besideX // qmllint disable unqualified
+            y: tip.below ? words.underneath : words.middle // qmllint disable unqualified
             margins: 6
             delay: 700
-            implicitWidth: implicitContentWidth + leftPadding + rightPadding
+            implicitWidth: Math.min(implicitContentWidth, 560) + leftPadding + rightPadding
             implicitHeight: implicitContentHeight + topPadding + bottomPadding
             horizontalPadding: 9
             verticalPadding: 5
@@ -46,6 +53,7 @@ Item {
                 text: words.text
                 color: Theme.onFill
                 font: Theme.font(11.5, Font.Medium)
+                wrapMode: Text.Wrap
                 Accessible.ignored: true
             }
             background: Rectangle {

@@ -11,6 +11,7 @@ ListRow {
     required property string first
     required property string second
     required property string line
+    required path
     property real margin: 0
     property bool last: false
 

@@ -18,6 +18,8 @@ QVariant LossModel::data(const QModelIndex &index, int role) const
         return TrackLineText::first(loss.track.track);
     case SecondRole:
         return TrackLineText::second(loss.track.track);
+    case PathRole:
+        return loss.track.track.absolutePath();
     case LineRole:
         return CueFigures::lossLine(loss);
     default:
@@ -27,7 +29,11 @@ QVariant LossModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> LossModel::roleNames() const
 {
-    return {{KeyRole, "key"}, {FirstRole, "first"}, {SecondRole, "second"}, {LineRole, "line"}};
+    return {{KeyRole, "key"},
+            {FirstRole, "first"},
+            {SecondRole, "second"},
+            {PathRole, "path"},
+            {LineRole, "line"}};
 }
 
 void LossModel::setLosses(const QList<CueVault::Loss> &losses)

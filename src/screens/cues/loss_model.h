@@ -14,7 +14,7 @@ class LossModel : public KeyedListModel
     QML_ANONYMOUS
 
 public:
-    enum Role { KeyRole = Qt::UserRole, FirstRole, SecondRole, LineRole };
+    enum Role { KeyRole = Qt::UserRole, FirstRole, SecondRole, PathRole, LineRole };
 
     using KeyedListModel::KeyedListModel;
 

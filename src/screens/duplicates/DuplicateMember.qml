@@ -21,6 +21,7 @@ RowLayout {
         padding: 8
         corner: height / 2
         text: member.second
+        hint: "Keep this copy"
         Accessible.selectable: true
         Accessible.selected: member.kept
         contentItem: Icon {

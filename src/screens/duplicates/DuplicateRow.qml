@@ -16,6 +16,7 @@ ListRow {
     required property string second
     required property list<string> tags
     required property bool kept
+    required path
     property real margin: 0
     property bool last: false
 

@@ -48,6 +48,8 @@ QVariant DuplicateModel::memberData(const DuplicateGroup &group, const Row &row,
         return member ? TrackLineText::first(member->track) : QString();
     case SecondRole:
         return row.kind == Member ? TrackLineText::second(member->track) : QString();
+    case PathRole:
+        return row.kind == Member ? member->track.absolutePath() : QString();
     case TagsRole:
         return row.kind == Member ? DuplicateFigures::tagsOf(*member) : QStringList();
     case KeptRole:
@@ -62,7 +64,7 @@ QHash<int, QByteArray> DuplicateModel::roleNames() const
     return {{KindRole, "kind"},     {GroupRole, "group"}, {PlaceRole, "place"},
             {CopiesRole, "copies"}, {FirstRole, "first"}, {ReclaimableRole, "reclaimable"},
             {SecondRole, "second"}, {TagsRole, "tags"},   {KeptRole, "kept"},
-            {ActsRole, "acts"}};
+            {PathRole, "path"},     {ActsRole, "acts"}};
 }
 
 void DuplicateModel::readLibrary()

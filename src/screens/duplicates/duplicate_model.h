@@ -26,6 +26,7 @@ public:
         ReclaimableRole,
         FirstRole,
         SecondRole,
+        PathRole, ///< of a member's file
         TagsRole,
         KeptRole,
         ActsRole,

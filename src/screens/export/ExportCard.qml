@@ -19,6 +19,11 @@ Card {
     GhostButton {
         id: folder
 
+        /// It can be copied.
+        readonly property string path: card.presenter.folder
+
+        hint: folder.path
+
         Layout.fillWidth: true
         title: card.presenter.folderTitle
         symbol: "folder"

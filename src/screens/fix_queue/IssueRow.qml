@@ -14,6 +14,7 @@ ListRow {
     required property string line
     required property bool safe
     required property bool fixable
+    required path
     property real margin: 0
     property bool last: false
 

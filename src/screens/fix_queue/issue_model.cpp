@@ -23,6 +23,14 @@ QString keyOf(const Issue &issue, const Derived &derived)
     Q_UNREACHABLE();
 }
 
+QString pathOf(const Issue &issue, const Derived &derived)
+{
+    if (issue.kind != Kind::Duplicate)
+        return derived.result().tracks[issue.index].track.absolutePath();
+    const auto &members = derived.duplicateGroups[issue.index].members;
+    return members.empty() ? QString() : members.front().track.absolutePath();
+}
+
 } // namespace
 
 IssueModel::IssueModel(const AppState &app, QObject *parent)
@@ -48,6 +56,8 @@ QVariant IssueModel::data(const QModelIndex &index, int role) const
         const FixQueueFigures::Texts texts = FixQueueFigures::textsOf(issue, *derived);
         return QString(texts.problem + u" → "_s + texts.plan);
     }
+    case PathRole:
+        return pathOf(issue, *derived);
     case SafeRole:
         return issue.safe;
     case FixableRole:
@@ -59,8 +69,8 @@ QVariant IssueModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> IssueModel::roleNames() const
 {
-    return {{KeyRole, "key"},   {TypeRole, "type"}, {TrackRole, "track"},
-            {LineRole, "line"}, {SafeRole, "safe"}, {FixableRole, "fixable"}};
+    return {{KeyRole, "key"},   {TypeRole, "type"}, {TrackRole, "track"},    {LineRole, "line"},
+            {PathRole, "path"}, {SafeRole, "safe"}, {FixableRole, "fixable"}};
 }
 
 void IssueModel::setIssues(std::vector<Issue> issues)

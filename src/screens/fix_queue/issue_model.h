@@ -21,6 +21,7 @@ public:
         TypeRole,
         TrackRole,
         LineRole, ///< the problem, an arrow, and the plan
+        PathRole, ///< of a duplicate, that of the best copy
         SafeRole,
         FixableRole,
     };

@@ -62,6 +62,7 @@ ColumnLayout {
 
         PlainButton {
             padding: 9
+            hint: "Go to where this is done"
             contentItem: Icon {
                 symbol: "arrow.right"
                 size: 14

@@ -15,6 +15,7 @@ ListRow {
     required property int tint
     required property string levelTitle
     required property bool acts
+    required path
     property real margin: 0
     property bool last: false
     property bool canWrite: false

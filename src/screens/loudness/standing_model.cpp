@@ -19,6 +19,8 @@ QVariant StandingModel::data(const QModelIndex &index, int role) const
         return TrackLineText::first(row.track.track);
     case SecondRole:
         return TrackLineText::second(row.track.track);
+    case PathRole:
+        return row.track.track.absolutePath();
     case DeviationRole:
         return row.deviation;
     case DeviationTextRole:
@@ -36,14 +38,10 @@ QVariant StandingModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> StandingModel::roleNames() const
 {
-    return {{KeyRole, "key"},
-            {FirstRole, "first"},
-            {SecondRole, "second"},
-            {DeviationRole, "deviation"},
-            {DeviationTextRole, "deviationText"},
-            {TintRole, "tint"},
-            {LevelTitleRole, "levelTitle"},
-            {ActsRole, "acts"}};
+    return {
+        {KeyRole, "key"},   {FirstRole, "first"},           {SecondRole, "second"},
+        {PathRole, "path"}, {DeviationRole, "deviation"},   {DeviationTextRole, "deviationText"},
+        {TintRole, "tint"}, {LevelTitleRole, "levelTitle"}, {ActsRole, "acts"}};
 }
 
 void StandingModel::setRows(std::vector<Row> rows)

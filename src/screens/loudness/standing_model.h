@@ -18,6 +18,7 @@ public:
         KeyRole = Qt::UserRole,
         FirstRole,
         SecondRole,
+        PathRole,
         DeviationRole,     ///< decibels
         DeviationTextRole, ///< the same in words
         TintRole,          ///< of the words

@@ -46,6 +46,7 @@ Rectangle {
                 required property string badge
                 required property int tint
                 required property string file
+                required property string path
                 required property string source
 
                 Layout.fillWidth: true

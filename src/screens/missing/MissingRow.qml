@@ -14,6 +14,7 @@ ListRow {
     required property string second
     required property string lastSeen
     required property bool expanded
+    required path
     property real margin: 0
     property bool last: false
     property string panelText

@@ -39,6 +39,8 @@ QVariant CandidateModel::data(const QModelIndex &index, int role) const
         return tintOf(candidate.confidence);
     case FileRole:
         return candidate.url.fileName();
+    case PathRole:
+        return candidate.url.toLocalFile();
     case SourceRole:
         return MissingFigures::source(candidate);
     default:
@@ -48,7 +50,11 @@ QVariant CandidateModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> CandidateModel::roleNames() const
 {
-    return {{BadgeRole, "badge"}, {TintRole, "tint"}, {FileRole, "file"}, {SourceRole, "source"}};
+    return {{BadgeRole, "badge"},
+            {TintRole, "tint"},
+            {FileRole, "file"},
+            {PathRole, "path"},
+            {SourceRole, "source"}};
 }
 
 void CandidateModel::setCandidates(const QList<RepairEngine::Candidate> &candidates)

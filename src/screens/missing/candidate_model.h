@@ -15,7 +15,7 @@ class CandidateModel : public QAbstractListModel
     QML_UNCREATABLE("The screen's presenter makes it.")
 
 public:
-    enum Role { BadgeRole = Qt::UserRole, TintRole, FileRole, SourceRole };
+    enum Role { BadgeRole = Qt::UserRole, TintRole, FileRole, PathRole, SourceRole };
 
     using QAbstractListModel::QAbstractListModel;
 

@@ -26,6 +26,8 @@ QVariant MissingModel::data(const QModelIndex &index, int role) const
         return TrackLineText::second(track);
     case LastSeenRole:
         return MissingFigures::lastSeen(track);
+    case PathRole:
+        return track.absolutePath();
     case ExpandedRole:
         return track.id == m_expanded;
     default:
@@ -35,11 +37,8 @@ QVariant MissingModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> MissingModel::roleNames() const
 {
-    return {{KeyRole, "key"},
-            {FirstRole, "first"},
-            {SecondRole, "second"},
-            {LastSeenRole, "lastSeen"},
-            {ExpandedRole, "expanded"}};
+    return {{KeyRole, "key"},           {FirstRole, "first"}, {SecondRole, "second"},
+            {LastSeenRole, "lastSeen"}, {PathRole, "path"},   {ExpandedRole, "expanded"}};
 }
 
 void MissingModel::readLibrary()

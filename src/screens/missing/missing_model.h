@@ -15,7 +15,14 @@ class MissingModel : public KeyedListModel
     QML_ANONYMOUS
 
 public:
-    enum Role { KeyRole = Qt::UserRole, FirstRole, SecondRole, LastSeenRole, ExpandedRole };
+    enum Role {
+        KeyRole = Qt::UserRole,
+        FirstRole,
+        SecondRole,
+        LastSeenRole,
+        PathRole,
+        ExpandedRole
+    };
 
     explicit MissingModel(const AppState &app, QObject *parent = nullptr);
 

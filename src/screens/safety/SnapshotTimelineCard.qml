@@ -32,6 +32,7 @@ Card {
             padding: 6
             enabled: card.presenter.canTake
             text: "Take snapshot"
+            hint: take.text
             contentItem: Icon {
                 symbol: "plus.circle.fill"
                 size: 18

@@ -89,6 +89,10 @@ Rectangle {
             border.color: Theme.sectionRule
         }
 
+        TextTools {
+            anchors.fill: parent
+        }
+
         /// Made for the first message: the first picture does without.
         Loader {
             id: toast

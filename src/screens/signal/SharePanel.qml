@@ -48,6 +48,7 @@ Card {
             Layout.rightMargin: -rightPadding
             bare: true
             text: "Share your plays"
+            hint: text
             on: panel.presenter.sharing
             onClicked: panel.presenter.toggleSharing()
         }

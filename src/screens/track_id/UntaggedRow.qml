@@ -16,6 +16,7 @@ ListRow {
     required property string genre
     required property bool acts
     required property string more
+    required path
     property real margin: 0
     property bool last: false
     property bool canWrite: false

@@ -28,6 +28,8 @@ QVariant UntaggedModel::ofTrack(const Row &row, int role) const
         return TrackLineText::first(row.track.track);
     case SecondRole:
         return TrackLineText::second(row.track.track);
+    case PathRole:
+        return row.track.track.relativePath.isEmpty() ? QString() : row.track.track.absolutePath();
     case ConfidenceRole:
         return row.suggestion ? u"%1%"_s.arg(suggestion.confidence) : QString();
     case TintRole:
@@ -43,14 +45,9 @@ QVariant UntaggedModel::ofTrack(const Row &row, int role) const
 
 QHash<int, QByteArray> UntaggedModel::roleNames() const
 {
-    return {{KeyRole, "key"},
-            {FirstRole, "first"},
-            {SecondRole, "second"},
-            {TintRole, "tint"},
-            {ConfidenceRole, "confidence"},
-            {GenreRole, "genre"},
-            {ActsRole, "acts"},
-            {MoreRole, "more"}};
+    return {{KeyRole, "key"},     {FirstRole, "first"}, {SecondRole, "second"},
+            {PathRole, "path"},   {TintRole, "tint"},   {ConfidenceRole, "confidence"},
+            {GenreRole, "genre"}, {ActsRole, "acts"},   {MoreRole, "more"}};
 }
 
 void UntaggedModel::setRows(std::vector<Row> rows, size_t more)

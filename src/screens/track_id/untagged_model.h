@@ -18,6 +18,7 @@ public:
         KeyRole = Qt::UserRole,
         FirstRole,
         SecondRole,
+        PathRole,
         ConfidenceRole, ///< "95%"; empty without a suggestion
         TintRole,       ///< of the confidence
         GenreRole,      ///< the one suggested

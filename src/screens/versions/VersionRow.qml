@@ -18,6 +18,7 @@ ListRow {
     required property string plays
     required property int playsTint
     required property bool kept
+    required path
     property real margin: 0
     property bool last: false
 

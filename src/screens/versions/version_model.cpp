@@ -46,6 +46,8 @@ QVariant VersionModel::memberData(const VersionGroup &group, const Row &row, int
         return TrackLineText::first(member.track.track);
     case SecondRole:
         return TrackLineText::second(member.track.track);
+    case PathRole:
+        return row.kind == Member ? member.track.track.absolutePath() : QString();
     case PlaysRole:
         return VersionFigures::plays(member.plays());
     case PlaysTintRole:
@@ -62,7 +64,8 @@ QHash<int, QByteArray> VersionModel::roleNames() const
     return {{KindRole, "kind"},   {GroupRole, "group"},         {PlaceRole, "place"},
             {BaseRole, "base"},   {CountRole, "count"},         {CutRole, "cut"},
             {FirstRole, "first"}, {SecondRole, "second"},       {PlaysRole, "plays"},
-            {KeptRole, "kept"},   {PlaysTintRole, "playsTint"}, {ActsRole, "acts"}};
+            {KeptRole, "kept"},   {PlaysTintRole, "playsTint"}, {ActsRole, "acts"},
+            {PathRole, "path"}};
 }
 
 QString VersionModel::keyOf(quint32 group) const

@@ -29,6 +29,7 @@ public:
         CutRole,
         FirstRole,
         SecondRole,
+        PathRole, ///< of a cut's file
         PlaysRole,
         PlaysTintRole,
         KeptRole,

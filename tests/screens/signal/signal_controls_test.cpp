@@ -173,10 +173,8 @@ void SignalControlsTest::settingsSayWhatTheyAre()
                           "name."_s}));
     QVERIFY(before > 0);
     QCOMPARE(m_user->field(u"Signal server"_s)->property("text").toString(), m_server->url());
-    QCOMPARE(m_user->field(u"Access key"_s)->property("example").toString(),
-             u"from your crew"_s);
-    QCOMPARE(m_user->field(u"City"_s)->property("example").toString(),
-             u"optional, e.g. Detroit"_s);
+    QCOMPARE(m_user->field(u"Access key"_s)->property("example").toString(), u"from your crew"_s);
+    QCOMPARE(m_user->field(u"City"_s)->property("example").toString(), u"optional, e.g. Detroit"_s);
     QVERIFY(m_user->button(u"Leave & erase my plays"_s));
     QVERIFY(m_user->button(u"Connect"_s));
 }
