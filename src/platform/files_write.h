@@ -15,17 +15,16 @@
 /// 1. Files that are not this program's own (databases, crates, audio) change through `replaceFile`
 ///    and `replaceItem` alone. At every moment, a power cut included, the path leads to the old
 ///    bytes or to the new.
-/// 2. New bytes come to stand in a hidden temporary ".{name}.twtmp" in the target's folder,
-/// complete
-///    and flushed, before the rename that makes them count. Once renamed, the write has succeeded.
+/// 2. New bytes come to stand in a hidden temporary ".{name}.twtmp" in the target's folder, and
+///    are complete and flushed before the rename that makes them count. Once renamed, the write
+///    has succeeded.
 /// 3. A write that fails takes its partial temporary away; a failed rename leaves the complete one.
 ///    A stale temporary is overwritten. A folder of that name is left alone and fails the write.
 /// 4. A link stays a link: what it points to is replaced, and the temporary lies beside that.
 /// 5. Mode, owner and extended attributes of the target pass to the new file, as far as the system
 ///    lets this user set them.
-/// 6. A move never overwrites, whatever stands at its destination, and a source is removed only
-/// when
-///    its copy is complete, flushed and in place.
+/// 6. A move never overwrites, whatever stands at its destination, and a source is removed once its
+///    copy is complete, flushed and in place, not before.
 /// 7. Only regular files are written. A folder, socket, device or pipe at the target is refused
 ///    without being opened.
 /// 8. Every system call here passes `faultFor` first, so that a test can make the n-th one fail.

@@ -18,9 +18,8 @@
 /// 1. Who reads or writes holds the system's lock on the file itself meanwhile, so that nobody sees
 ///    the half of what another writes. The lock goes with its process, however that ends.
 /// 2. A writer is told first what another has written since, so that it can take that in.
-/// 3. Nobody waits for ever: a lock that is not to be had within two seconds, or not at all, is
-/// done
-///    without.
+/// 3. Nobody waits for ever: what can't be locked within two seconds, or at all, is read and
+///    written without.
 /// 4. What no room is left for leaves the file as it was. Else a write is as `writeFilePlainly` has
 ///    it: neither atomic nor flushed.
 namespace tarnwick::platform {

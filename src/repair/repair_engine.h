@@ -8,9 +8,8 @@
 /// The one door through which the database of a library is changed. Keeps no state.
 ///
 /// 1. Whether Serato runs is asked at the moment of the change, whatever was known before.
-/// 2. Each change reads the whole file afresh and replaces it whole. Nothing is kept in between:
-/// what
-///    Serato or another program wrote meanwhile is never overwritten by something older.
+/// 2. Each change reads the whole file afresh and replaces it whole. Nothing is kept in between, so
+///    that what Serato or another program wrote is never overwritten by something older.
 /// 3. A change that finds nothing to do writes nothing.
 namespace tarnwick::RepairEngine {
 

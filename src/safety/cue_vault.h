@@ -24,10 +24,9 @@ namespace tarnwick {
 ///    keeps the good copy alive after a loss.
 /// 3. A new copy replaces the old one whole, also with a frame less than before.
 /// 4. Entries are never removed.
-/// 5. The file is written whole and plainly, at most once a capture. A write that fails is ignored;
-/// a
-///    file that can't be read as a whole starts an empty vault and stays until the next write.
-///
+/// 5. The file is written whole and plainly, at most once a capture. A write that fails is
+///    ignored. A file that can't be read as a whole starts an empty vault and stays until the next
+///    write.
 /// 6. What another process has captured meanwhile is taken in ahead of the write: of two copies of
 ///    one file, the later.
 ///

@@ -10,13 +10,11 @@ namespace tarnwick {
 
 /// Keeps the files that commands take out of a library, for 30 days.
 ///
-/// 1. A file is moved, never copied and never deleted; a move overwrites nothing. It is whole in
-/// its
-///    place or whole in holding at every moment.
+/// 1. A file is moved, never copied and never deleted; a move overwrites nothing. At every moment
+///    it is whole in its place or whole in holding.
 /// 2. Each file lies in a folder of its own, so that no two of one name collide.
-/// 3. The file moves first, then the manifest is written; a write that fails is ignored. A file
-/// that
-///    the manifest doesn't know is purged by nobody.
+/// 3. The file moves first, then the manifest is written; a write that fails is ignored. Nobody
+///    purges a file that the manifest doesn't know.
 /// 4. Only a purge destroys a file, and only one that is not restored and whose days have ended.
 ///    Restored items stay in the manifest for good.
 ///
