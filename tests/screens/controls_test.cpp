@@ -73,6 +73,8 @@ private Q_SLOTS:
     void areUnderAHand();
     void sayWhereTheyCannotBePressed_data() { everyScreen(); }
     void sayWhereTheyCannotBePressed();
+    void sayWhetherTheyAreOnOrChosen_data() { everyScreen(); }
+    void sayWhetherTheyAreOnOrChosen();
     void everyTextReachesAScreenReader_data() { everyScreen(); }
     void everyTextReachesAScreenReader();
     void giveThePathOfTheirRow_data();
@@ -148,6 +150,27 @@ void ControlsTest::sayWhereTheyCannotBePressed()
         return toldOf(control)->state().readOnly != control->isEnabled();
     };
     QTRY_COMPARE(controlsWithout(isTrue), QString());
+}
+
+void ControlsTest::sayWhetherTheyAreOnOrChosen()
+{
+    show();
+    int chosen = 0;
+    const auto isTrue = [&chosen](QQuickItem *control) {
+        const QAccessible::State state = toldOf(control)->state();
+        const QVariant on = control->property("on");
+        if (on.isValid() && (!state.checkable || state.checked != on.toBool()))
+            return false;
+        for (const char *name : {"selected", "kept", "chosen"}) {
+            const QVariant is = control->property(name);
+            chosen += is.toBool() ? 1 : 0;
+            if (is.isValid() && (!state.selectable || state.selected != is.toBool()))
+                return false;
+        }
+        return true;
+    };
+    QTRY_COMPARE(controlsWithout(isTrue), QString());
+    QVERIFY(chosen > 0); // the sidebar's row at the least
 }
 
 void ControlsTest::everyTextReachesAScreenReader()
