@@ -202,7 +202,7 @@ int ContrastTest::look(DemoWindow &user, const QString &where)
 {
     int seen = 0;
     const QImage picture = user.window()->grabWindow();
-    for (const QQuickItem *text : itemsWhere(user.content(), isText)) {
+    for (const QQuickItem *text : shownWhere(user.content(), isText)) {
         const QString words = text->property("text").toString();
         const QRect place = seenOf(text).toAlignedRect() & picture.rect();
         if (words.isEmpty() || place.isEmpty())

@@ -86,33 +86,6 @@ inline bool overlap(const QRectF &one, const QRectF &other)
     return both.width() > slack && both.height() > slack;
 }
 
-/// Whether a list only keeps an item in store, to show it when it comes into view.
-inline bool isKeptInStore(QQuickItem *item)
-{
-    QQuickItem *list = item->parentItem() ? item->parentItem()->parentItem() : nullptr;
-    if (!list || !list->inherits("QQuickListView") ||
-        !QByteArray(item->metaObject()->className()).contains("Row_QML"))
-        return false;
-    QQuickItem *shown = nullptr;
-    QMetaObject::invokeMethod(list, "itemAt", Q_RETURN_ARG(QQuickItem *, shown),
-                              Q_ARG(qreal, item->x() + 1), Q_ARG(qreal, item->y() + 1));
-    return shown != item;
-}
-
-/// As `itemsWhere`, without what lists keep in store.
-template <typename Wanted>
-QList<QQuickItem *> shownWhere(QQuickItem *root, Wanted wanted)
-{
-    QList<QQuickItem *> found;
-    if (!root->isVisible() || isKeptInStore(root))
-        return found;
-    if (wanted(root))
-        found += root;
-    for (QQuickItem *child : root->childItems())
-        found += shownWhere(child, wanted);
-    return found;
-}
-
 /// The texts and the icons that are seen, at least in part.
 inline QList<Mark> marksOf(QQuickItem *root)
 {
@@ -208,7 +181,7 @@ inline QStringList crowdedButtonsOf(QQuickItem *root)
 {
     QStringList found;
     const QRectF window = placeOf(root->window()->contentItem());
-    const QList<QQuickItem *> buttons = detail::shownWhere(root, [&](const QQuickItem *item) {
+    const QList<QQuickItem *> buttons = shownWhere(root, [&](const QQuickItem *item) {
         return item->inherits("QQuickAbstractButton") && placeOf(item).intersects(window);
     });
     for (qsizetype i = 0; i < buttons.size(); ++i) {

@@ -32,6 +32,34 @@ QList<QQuickItem *> itemsWhere(QQuickItem *root, Wanted wanted)
     return found;
 }
 
+/// Whether a list only keeps an item in store, to show it when it comes into view. Until then it
+/// stands anywhere, calls itself visible and isn't drawn.
+inline bool isKeptInStore(QQuickItem *item)
+{
+    QQuickItem *list = item->parentItem() ? item->parentItem()->parentItem() : nullptr;
+    if (!list || !list->inherits("QQuickListView") ||
+        !QByteArray(item->metaObject()->className()).contains("Row_QML"))
+        return false;
+    QQuickItem *shown = nullptr;
+    QMetaObject::invokeMethod(list, "itemAt", Q_RETURN_ARG(QQuickItem *, shown),
+                              Q_ARG(qreal, item->x() + 1), Q_ARG(qreal, item->y() + 1));
+    return shown != item;
+}
+
+/// As `itemsWhere`, without what lists keep in store.
+template <typename Wanted>
+QList<QQuickItem *> shownWhere(QQuickItem *root, Wanted wanted)
+{
+    QList<QQuickItem *> found;
+    if (!root->isVisible() || isKeptInStore(root))
+        return found;
+    if (wanted(root))
+        found += root;
+    for (QQuickItem *child : root->childItems())
+        found += shownWhere(child, wanted);
+    return found;
+}
+
 /// Those of a QML type, or of a C++ type by its whole name.
 inline QList<QQuickItem *> itemsOfType(QQuickItem *root, const QByteArray &type)
 {
