@@ -242,7 +242,7 @@ void SignalScreenTest::isBackToReadingOnceTheUserHasLeft()
     QTRY_VERIFY(m_user->shows(readingOnly));
     QVERIFY(!m_user->app().signal().optIn);
     QVERIFY(!m_user->button(u"Contribute my plays"_s));
-    QVERIFY(m_user->shows(u"Left the pool — 0 of your plays erased"_s));
+    QTRY_VERIFY(m_user->shows(u"Left the pool — 0 of your plays erased"_s));
 }
 
 void SignalScreenTest::staysInThePoolWhereTheServerDoesNotHear()
