@@ -74,7 +74,7 @@ function(tarnwick_test file)
     target_precompile_headers(${test} REUSE_FROM tarnwick_precompiled_test)
     add_test(NAME ${test} COMMAND ${test})
     if(NOT ARG_TIMEOUT)
-        set(ARG_TIMEOUT 120)
+        set(ARG_TIMEOUT 300) # they take seconds, but a busy machine may be ten times slower
     endif()
     set_tests_properties(${test} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
         ENVIRONMENT "${TARNWICK_TEST_ENVIRONMENT}")
