@@ -27,7 +27,9 @@ class TextPicker : public QQuickItem
 public:
     explicit TextPicker(QQuickItem *parent = nullptr);
 
+    // cppcheck-suppress CastIntegerToAddressAtReturn ; a QPointer is no integer
     QQuickItem *selected() const { return m_selected; }
+    // cppcheck-suppress CastIntegerToAddressAtReturn ; a QPointer is no integer
     QQuickItem *explained() const { return m_explained; }
     QString explanation() const { return m_explanation; }
 
