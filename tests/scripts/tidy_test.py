@@ -13,7 +13,7 @@ WIDENED = "long long area(int a)\n{\n    return a * a;\n}\n"
 SETTINGS = "Checks: '-*,bugprone-*'\nWarningsAsErrors: '*'\nHeaderFilterRegex: 'src/.*'\n"
 # Notes what it is asked to read, and hands over to the real one.
 WITNESS = """#!/bin/sh
-[ "$1" = --version ] || echo "$3" >>'{log}'
+[ "$1" = --version ] || echo "$4" >>'{log}'
 exec '{real}' "$@"
 """
 
@@ -109,6 +109,12 @@ class TidyTest(ScriptTest):
                        f"namespace {{\nint ten()\n{{\n    return 10;\n}}\n}}\n"
                        f"int {name}()\n{{\n    return ten();\n}}\n")
         self.passes()
+        self.passes()
+
+    def test_what_the_build_has_made_is_not_ours(self):
+        self.write("build/src/a/made.h", "inline " + WIDENED)
+        self.write("src/a/one.cpp", '#include "made.h"\n')
+        self.write_database(("src/a/one.cpp", f"-I{self.root}/build/src/a"), ("src/a/two.cpp", ""))
         self.passes()
 
     def test_source_that_does_not_compile_is_a_fault(self):
