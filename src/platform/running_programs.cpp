@@ -83,6 +83,7 @@ bool isAnyProgramRunning(const QStringList &names)
     QByteArrayList wanted;
     for (const QString &name : names)
         wanted.append(name.toUtf8());
+    wanted.removeAll(QByteArray()); // what a process is called that ends at this moment
     const auto close = [](DIR *folder) { ::closedir(folder); };
     const std::unique_ptr<DIR, decltype(close)> processes(::opendir("/proc"), close);
     if (!processes)
@@ -111,8 +112,8 @@ bool isAnyProgramRunning(const QStringList &names)
         const QStringView process = trimmedBlanks(line);
         const QStringView parent = process.first(qMax<qsizetype>(process.indexOf(u' '), 0));
         const bool isOwn = parent.toLongLong() == QCoreApplication::applicationPid();
-        if (names.contains(trimmedBlanks(process.sliced(parent.size()))) &&
-            (!countsOwnProgramsOnly() || isOwn))
+        const QStringView name = trimmedBlanks(process.sliced(parent.size()));
+        if (!name.isEmpty() && names.contains(name) && (!countsOwnProgramsOnly() || isOwn))
             return true;
     }
     return false;

@@ -18,6 +18,7 @@ class RunningProgramsTest : public QObject
 private Q_SLOTS:
     void findsAProgramByItsExactName_data();
     void findsAProgramByItsExactName();
+    void findsNoProgramForAnEmptyName();
     void findsNothingAfterItsEnd();
     void canCountOwnProgramsOnly();
 };
@@ -32,7 +33,6 @@ void RunningProgramsTest::findsAProgramByItsExactName_data()
     QTest::newRow("a part") << QStringList{u"Tarnwick"_s} << false;
     QTest::newRow("more than it") << QStringList{u"Tarnwick Twins"_s} << false;
     QTest::newRow("no names") << QStringList() << false;
-    QTest::newRow("an empty name") << QStringList{QString()} << false;
 }
 
 void RunningProgramsTest::findsAProgramByItsExactName()
@@ -40,6 +40,19 @@ void RunningProgramsTest::findsAProgramByItsExactName()
     QFETCH(QStringList, names);
     const RunningProgram program(u"Tarnwick Twin"_s);
     QTEST(isAnyProgramRunning(names), "found");
+}
+
+void RunningProgramsTest::findsNoProgramForAnEmptyName()
+{
+    // As nameless as one that ends while it is looked at.
+    QProcess nameless;
+    nameless.start(u"/bin/sh"_s,
+                   {u"-c"_s, u"printf '\\0' >/proc/$$/comm; cat /proc/$$/comm; read -r line"_s});
+    QVERIFY(nameless.waitForReadyRead());
+    QCOMPARE(nameless.readAllStandardOutput(), "\n");
+    QVERIFY(!isAnyProgramRunning({QString(), u"Tarnwick Absent"_s}));
+    nameless.closeWriteChannel();
+    QVERIFY(nameless.waitForFinished());
 }
 
 void RunningProgramsTest::findsNothingAfterItsEnd()
