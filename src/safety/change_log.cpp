@@ -23,14 +23,6 @@ std::optional<QDateTime> endOfWindow(const QDateTime &date, std::optional<int> d
     return days ? std::optional(calendarDaysLater(date, *days)) : std::nullopt;
 }
 
-/// Of the first that has the id; -1 where none has.
-qsizetype placeOf(const QList<ChangeEntry> &entries, const QString &id)
-{
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](const ChangeEntry &entry) { return entry.id == id; });
-    return found == entries.end() ? -1 : found - entries.begin();
-}
-
 void mark(StoreFile::Records<ChangeEntry> &list, qsizetype place)
 {
     list.records[place].reversed = true;
@@ -68,11 +60,11 @@ ChangeEntry ChangeLog::append(const Change &change)
 
 std::optional<ChangeEntry> ChangeLog::markReversed(const QString &id)
 {
-    if (placeOf(entries(), id) < 0)
+    if (StoreFile::placeOf(entries(), id) < 0)
         return std::nullopt;
     platform::SharedFileWrite file(Store::changeLog());
     takeIn(file);
-    const qsizetype index = placeOf(entries(), id);
+    const qsizetype index = StoreFile::placeOf(entries(), id);
     mark(*m_list, index);
     write(file);
     return entries().at(index);

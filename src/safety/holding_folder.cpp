@@ -7,8 +7,6 @@
 #include "safety/store.h"
 #include "safety/store_file.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
@@ -20,14 +18,6 @@ bool isPurged(const HeldItem &item, const QDateTime &now)
     return !item.restored && item.isExpired(now);
 }
 
-/// Of the first that has the id; -1 where none has.
-qsizetype placeOf(const QList<HeldItem> &items, const QString &id)
-{
-    const auto found = std::find_if(items.begin(), items.end(),
-                                    [&](const HeldItem &item) { return item.id == id; });
-    return found == items.end() ? -1 : found - items.begin();
-}
-
 /// Makes a folder that is new, and so gives the item its id: that of its number and moment, unless
 /// another process or a clock that was put back has given it away before.
 Result<QString> makeFolder(const QString &holding, const QList<HeldItem> &items,
@@ -37,7 +27,7 @@ Result<QString> makeFolder(const QString &holding, const QList<HeldItem> &items,
         return tl::unexpected(made.error());
     for (qsizetype number = items.size() + 1;; ++number) {
         const QString id = u"held-%1-%2"_s.arg(number).arg(date.toMSecsSinceEpoch() / 1000);
-        if (placeOf(items, id) >= 0)
+        if (StoreFile::placeOf(items, id) >= 0)
             continue;
         if (const auto isNew = platform::makeNewFolder(joinedPath(holding, id), 0700); !isNew)
             return tl::unexpected(isNew.error());
@@ -96,14 +86,15 @@ Result<HeldItem> HoldingFolder::hold(const QString &originalPath, const QString 
 
 Done HoldingFolder::restore(const QString &id)
 {
-    if (placeOf(m_items, id) < 0)
+    const qsizetype place = StoreFile::placeOf(m_items, id);
+    if (place < 0)
         return {};
+    // Ahead of the lock: a move between disks may take longer than others wait for that.
+    if (Done done = giveBack(m_items.at(place)); !done)
+        return done;
     platform::SharedFileWrite manifest(Store::holdingManifest());
     takeIn(manifest);
-    HeldItem &item = m_items[placeOf(m_items, id)];
-    if (Done done = giveBack(item); !done)
-        return done;
-    item.restored = true;
+    m_items[StoreFile::placeOf(m_items, id)].restored = true;
     write(manifest);
     return {};
 }
@@ -150,7 +141,7 @@ void HoldingFolder::takeIn(const platform::SharedFileWrite &manifest)
         return;
     qsizetype added = 0;
     for (const HeldItem &other : others->records) {
-        const qsizetype place = placeOf(m_items, other.id);
+        const qsizetype place = StoreFile::placeOf(m_items, other.id);
         if (place < 0)
             m_items.insert(added++, other);
         else if (other.restored)

@@ -9,6 +9,7 @@
 #include <QList>
 #include <QString>
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 
@@ -82,6 +83,15 @@ Records<Record> load(const QString &path)
     auto list = decoded<Record>(read(path, state)).value_or(Records<Record>());
     list.state = state;
     return list;
+}
+
+/// The place of the first record with the id; -1 where none has it.
+template <typename Record>
+qsizetype placeOf(const QList<Record> &records, const QString &id)
+{
+    const auto found = std::find_if(records.begin(), records.end(),
+                                    [&](const Record &record) { return record.id == id; });
+    return found == records.end() ? -1 : found - records.begin();
 }
 
 } // namespace tarnwick::StoreFile

@@ -11,6 +11,10 @@
 
 #include <cerrno>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 using namespace tarnwick;
 using namespace tarnwick::testing;
 using namespace Qt::StringLiterals;
@@ -19,6 +23,15 @@ namespace {
 
 const QDateTime noon({2026, 11, 20}, {12, 0}, Qt::UTC);
 const QByteArray audio(200'000, 'a');
+
+/// True if a writer has the file to itself at this moment.
+bool isLocked(const QString &path)
+{
+    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    const bool taken = file >= 0 && ::flock(file, LOCK_EX | LOCK_NB) != 0;
+    ::close(file);
+    return taken;
+}
 
 } // namespace
 
@@ -53,6 +66,8 @@ private Q_SLOTS:
     void startsEmptyFromABadManifest();
     void staysAheadOfADiskThatFails();
     void losesNothingOfAnothers();
+    void keepsNobodyWaitingWhileItMoves();
+    void makesNoManifestForAMoveThatFails();
     void givesNoIdTwice();
     void movesAcrossFileSystems();
 
@@ -415,6 +430,35 @@ void HoldingFolderTest::losesNothingOfAnothers()
 
 /// A purge makes the list shorter, and a clock can be put back: the number and the moment of an
 /// item come once more.
+void HoldingFolderTest::keepsNobodyWaitingWhileItMoves()
+{
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    QVERIFY(item.has_value());
+    const QString manifest = Store::holdingManifest();
+    QList<bool> free;
+    const platform::ScopedFaults faults([&](platform::FileOperation operation, const QString &at) {
+        if (operation == platform::FileOperation::Rename && at == item->heldPath)
+            free.append(!isLocked(manifest));
+        return 0;
+    });
+    QVERIFY(holding.restore(item->id));
+    QCOMPARE(free, QList<bool>{true});
+}
+
+void HoldingFolderTest::makesNoManifestForAMoveThatFails()
+{
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    QVERIFY(item.has_value());
+    QVERIFY(QFile::remove(Store::holdingManifest()));
+    put(path(u"a.mp3"_s), "another");
+    QVERIFY(!holding.restore(item->id));
+    QVERIFY(!QFileInfo::exists(Store::holdingManifest()));
+}
+
 void HoldingFolderTest::givesNoIdTwice()
 {
     platform::ScopedClock clock(noon.addDays(-40));
