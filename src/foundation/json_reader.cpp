@@ -1,10 +1,7 @@
 #include "foundation/json_reader.h"
 
-#include "foundation/numbers.h"
 #include "foundation/utf8.h"
 
-#include <charconv>
-#include <cmath>
 #include <cstring>
 
 namespace tarnwick {
@@ -349,65 +346,28 @@ bool JsonReader::boolean(bool &out)
     return out || takeWord("false") || fail();
 }
 
-/// Moves past a number of JSON's own grammar, which is stricter than any parser of numbers.
-bool JsonReader::takeNumber(QByteArrayView &token, bool &isWhole)
+std::optional<JsonNumber::Token> JsonReader::takeNumber()
 {
     skipSpace();
-    qsizetype at = m_at;
-    const auto is = [&](char wanted) { return at < m_bytes.size() && m_bytes[at] == wanted; };
-    const auto digits = [&] {
-        const qsizetype start = at;
-        while (at < m_bytes.size() && isDigit(m_bytes[at]))
-            ++at;
-        return at > start;
-    };
-    if (is('-'))
-        ++at;
-    const bool startsWithZero = is('0');
-    const qsizetype start = at;
-    if (m_failed || !digits() || (startsWithZero && at - start > 1))
-        return fail();
-    isWhole = true;
-    if (is('.')) {
-        ++at;
-        isWhole = false;
-        if (!digits())
-            return fail();
+    const auto token = m_failed ? std::nullopt : JsonNumber::at(bytesBetween(m_at, m_bytes.size()));
+    if (!token) {
+        fail();
+        return std::nullopt;
     }
-    if (is('e') || is('E')) {
-        ++at;
-        isWhole = false;
-        if (is('+') || is('-'))
-            ++at;
-        if (!digits())
-            return fail();
-    }
-    token = bytesBetween(m_at, at);
-    m_at = at;
-    return true;
+    m_at += token->text.size();
+    if (!token->isWhole || token->text == "-0")
+        m_isWrittenForm = false; // many texts stand for one number
+    return token;
 }
 
-template <typename Number>
-bool JsonReader::wholeNumber(Number &out)
+template <typename Whole>
+bool JsonReader::wholeNumber(Whole &out)
 {
-    QByteArrayView token;
-    bool isWhole = false;
-    if (!takeNumber(token, isWhole))
-        return false;
-    if (token == "-0")
-        token = "0", m_isWrittenForm = false;
-    if (isWhole) {
-        const auto result = std::from_chars(token.begin(), token.end(), out);
-        return (result.ec == std::errc() && result.ptr == token.end()) || fail();
-    }
-    m_isWrittenForm = false;
-    // A double states every whole number up to here, and no fraction beyond.
-    constexpr double largestExact = 9007199254740992.0;
-    const double value = parseDouble(token).value_or(0.5);
-    if (std::trunc(value) != value || std::abs(value) > largestExact ||
-        (Number(-1) > 0 && value < 0))
+    const auto token = takeNumber();
+    const auto number = token ? JsonNumber::toWhole<Whole>(*token) : std::nullopt;
+    if (!number)
         return fail();
-    out = Number(value);
+    out = *number;
     return true;
 }
 
@@ -423,13 +383,13 @@ bool JsonReader::whole(qint64 &out)
 
 bool JsonReader::number(double &out)
 {
-    QByteArrayView token;
-    bool isWhole = false;
-    if (!takeNumber(token, isWhole))
-        return false;
-    m_isWrittenForm = false; // many texts stand for one number
-    out = parseDouble(token).value_or(0);
-    return std::isfinite(out) || fail();
+    const auto token = takeNumber();
+    m_isWrittenForm = false;
+    const auto number = token ? JsonNumber::toDouble(token->text) : std::nullopt;
+    if (!number)
+        return fail();
+    out = *number;
+    return true;
 }
 
 bool JsonReader::skip()

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "foundation/json_number.h"
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 
+#include <optional>
 #include <utility>
 
 namespace tarnwick {
@@ -88,9 +91,10 @@ private:
     qsizetype skipSpace();
     void noteLineBreak(qsizetype start, qsizetype depth);
     bool takeWord(QByteArrayView word);
-    bool takeNumber(QByteArrayView &token, bool &isWhole);
-    template <typename Number>
-    bool wholeNumber(Number &out);
+    /// Moves past a number.
+    std::optional<JsonNumber::Token> takeNumber();
+    template <typename Whole>
+    bool wholeNumber(Whole &out);
 
     bool scanText(qsizetype &end, bool &hasEscapes);
     qsizetype afterMultibyte(qsizetype at) const;

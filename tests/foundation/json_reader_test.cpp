@@ -231,6 +231,8 @@ void JsonReaderTest::readsWholeNumbersExactly_data()
     row("5.5", std::nullopt, std::nullopt);
     row("1e-1", std::nullopt, std::nullopt);
     row("1e300", std::nullopt, std::nullopt);
+    row("1e-400", std::nullopt, std::nullopt);
+    row("0e-400", 0, 0);
 }
 
 void JsonReaderTest::readsWholeNumbersExactly()
