@@ -82,6 +82,11 @@ endfunction()
 
 set(TARNWICK_TEST_ENVIRONMENT
     "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QT_FORCE_STDERR_LOGGING=1;LC_ALL=C.UTF-8;TZ=UTC")
+if(TARNWICK_SANITIZE STREQUAL "thread")
+    # What the system's libraries do with memory is none of its business: it doesn't see their locks.
+    list(APPEND TARNWICK_TEST_ENVIRONMENT
+        "TSAN_OPTIONS=ignore_noninstrumented_modules=1:history_size=7")
+endif()
 
 # Adds the test of every remembered source; stops the configure step where one is missing. A header
 # without a source of its own may have a test, and needs none if it only declares.

@@ -2,11 +2,11 @@
 
 #include "platform/http.h"
 
+#include "support/child_process.h"
 #include "support/scripted_server.h"
 #include "support/test_folder.h"
 
 #include <QCoreApplication>
-#include <QProcess>
 #include <QTest>
 
 #include <cstdio>
@@ -34,11 +34,10 @@ QString outcomeOfCopy(const TestFolder &folder, const QString &url)
     const QString program = folder.makeFolder(u"bin"_s) + u"/program"_s;
     if (!QFile::copy(QCoreApplication::applicationFilePath(), program))
         return u"no copy"_s;
-    QProcess process;
-    process.start(program, {u"--send"_s, url});
-    if (!QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20000))
-        return u"no end"_s;
-    return QString::fromUtf8(process.readAllStandardOutput());
+    return whileServing([&] {
+        ChildProcess process({program, u"--send"_s, url}, ChildProcess::Output::Kept);
+        return QString::fromUtf8(process.readLine());
+    });
 }
 
 } // namespace

@@ -2,12 +2,12 @@
 
 #include "platform/fault_gate.h"
 #include "platform/running_programs.h"
+#include "support/child_process.h"
 #include "support/power_cut.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -175,19 +175,13 @@ inline FaultReport killAtEachCall(const Interruption &what)
     for (;; ++report.calls) {
         QTemporaryDir folder(placeForRuns());
         what.prepare(folder.path());
-        QProcess victim;
-        victim.setProcessChannelMode(QProcess::ForwardedChannels);
-        victim.start(QCoreApplication::applicationFilePath(),
-                     {QStringLiteral("--killed-at"), QString::number(report.calls), what.name,
-                      folder.path()});
-        if (!victim.waitForFinished())
-            report.trouble = QStringLiteral("the victim did not end");
-        else if (victim.exitStatus() == QProcess::NormalExit && victim.exitCode() == 0)
+        ChildProcess victim({QCoreApplication::applicationFilePath(), QStringLiteral("--killed-at"),
+                             QString::number(report.calls), what.name, folder.path()});
+        const std::optional<int> exitCode = victim.exitCode();
+        if (exitCode == 0)
             return report;
-        else if (victim.exitStatus() == QProcess::NormalExit)
-            report.trouble = QStringLiteral("the victim ended by itself, in trouble");
-        else
-            report.trouble = detail::troubleOfKilled(what, folder.path(), report.calls);
+        report.trouble = exitCode ? QStringLiteral("the victim ended by itself, in trouble")
+                                  : detail::troubleOfKilled(what, folder.path(), report.calls);
         if (!report.trouble.isEmpty()) {
             report.trouble += QStringLiteral(" (killed ahead of call %1)").arg(report.calls + 1);
             return report;

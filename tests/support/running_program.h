@@ -1,10 +1,13 @@
 #pragma once
 
+#include "support/child_process.h"
+
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <optional>
 
 namespace tarnwick::testing {
 
@@ -17,14 +20,9 @@ public:
         const QString program = m_folder.filePath(name);
         if (!QFile::copy(QStringLiteral("/bin/sleep"), program))
             qFatal("can't make a program of that name");
-        m_process.start(program, {QStringLiteral("60")});
-        if (!m_process.waitForStarted() || !hasTakenItsName(name))
+        m_process.emplace(QStringList{program, QStringLiteral("60")});
+        if (!hasTakenItsName(name))
             qFatal("can't start a program of that name");
-    }
-    ~RunningProgram()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
     }
     RunningProgram(const RunningProgram &) = delete;
     RunningProgram &operator=(const RunningProgram &) = delete;
@@ -34,7 +32,7 @@ private:
     bool hasTakenItsName(const QString &name)
     {
 #ifdef Q_OS_LINUX
-        QFile comm(QStringLiteral("/proc/%1/comm").arg(m_process.processId()));
+        QFile comm(QStringLiteral("/proc/%1/comm").arg(m_process->id()));
         return QTest::qWaitFor([&] {
             comm.close();
             return comm.open(QIODevice::ReadOnly) &&
@@ -47,7 +45,7 @@ private:
     }
 
     QTemporaryDir m_folder;
-    QProcess m_process;
+    std::optional<ChildProcess> m_process;
 };
 
 } // namespace tarnwick::testing

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QProcess>
+#include "support/child_process.h"
+
 #include <QStringList>
-#include <QTest>
 
 namespace tarnwick::testing {
 
@@ -12,19 +12,15 @@ class SignalServer
 {
 public:
     explicit SignalServer(const QStringList &options = {})
+        : m_process(QStringList{QStringLiteral(PYTHON), QStringLiteral("-B"),
+                                QStringLiteral(SIGNAL_SERVER), QStringLiteral("--min-djs"),
+                                QStringLiteral("1")} +
+                        options,
+                    ChildProcess::Output::Kept)
     {
-        const QStringList script = {QStringLiteral("-B"), QStringLiteral(SIGNAL_SERVER),
-                                    QStringLiteral("--min-djs"), QStringLiteral("1")};
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.start(QStringLiteral(PYTHON), script + options);
-        if (!QTest::qWaitFor([this] { return m_process.canReadLine(); }, 30000))
+        m_url = QString::fromUtf8(m_process.readLine()).section(u' ', -1);
+        if (m_url.isEmpty())
             qFatal("the Signal server doesn't start");
-        m_url = QString::fromUtf8(m_process.readLine().trimmed()).section(u' ', -1);
-    }
-    ~SignalServer()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
     }
     SignalServer(const SignalServer &) = delete;
     SignalServer &operator=(const SignalServer &) = delete;
@@ -32,7 +28,7 @@ public:
     QString url() const { return m_url; }
 
 private:
-    QProcess m_process;
+    ChildProcess m_process;
     QString m_url;
 };
 

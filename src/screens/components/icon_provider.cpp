@@ -2,11 +2,9 @@
 
 #include <QFile> // platform: allowed, the drawings lie in the program itself
 #include <QPainter>
-#include <QPromise>
 #include <QSvgRenderer>
-#include <QThreadPool>
 
-#include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -66,8 +64,17 @@ QString Icons::drawing(const QString &symbol)
     return u":/qt/qml/Tarnwick/Components/icons/%1.svg"_s.arg(symbol);
 }
 
-IconProvider::IconProvider()
+IconProvider::Drawings IconProvider::drawings(const QStringList &symbols, int side)
+{
+    Drawings drawings;
+    for (const QString &symbol : symbols)
+        drawings.insert(symbol, drawn(symbol, Icons::Plain, {side, side}));
+    return drawings;
+}
+
+IconProvider::IconProvider(std::shared_future<Drawings> prepared)
     : QQuickImageProvider(QQuickImageProvider::Image)
+    , m_prepared(std::move(prepared))
 {}
 
 QImage IconProvider::requestImage(const QString &address, QSize *size, const QSize &requested)
@@ -77,8 +84,8 @@ QImage IconProvider::requestImage(const QString &address, QSize *size, const QSi
         return {};
     const int lines = parts[2].toInt();
     QImage image;
-    if (lines == Icons::Plain && m_prepared.isValid())
-        image = m_prepared.result().value(parts[0]);
+    if (lines == Icons::Plain && m_prepared.valid())
+        image = m_prepared.get().value(parts[0]);
     if (image.isNull() || image.size() != requested)
         image = drawn(parts[0], lines, requested);
     if (image.isNull())
@@ -86,20 +93,6 @@ QImage IconProvider::requestImage(const QString &address, QSize *size, const QSi
     paintOver(image, QColor(u'#' + parts[1]));
     *size = image.size();
     return image;
-}
-
-void IconProvider::prepare(QThreadPool *pool, const QStringList &symbols, int side)
-{
-    const auto promise = std::make_shared<QPromise<Drawings>>();
-    m_prepared = promise->future();
-    promise->start();
-    pool->start([promise, symbols, side] {
-        Drawings drawings;
-        for (const QString &symbol : symbols)
-            drawings.insert(symbol, drawn(symbol, Icons::Plain, {side, side}));
-        promise->addResult(std::move(drawings));
-        promise->finish();
-    });
 }
 
 } // namespace tarnwick

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <QColor>
-#include <QFuture>
 #include <QHash>
 #include <QObject>
 #include <QQuickImageProvider>
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
-class QThreadPool;
+#include <future>
 
 namespace tarnwick {
 
@@ -38,21 +37,21 @@ class IconProvider : public QQuickImageProvider
 {
 public:
     static constexpr auto id = "tarnwick-icon";
+    using Drawings = QHash<QString, QImage>; ///< by symbol
 
-    IconProvider();
+    /// Symbols in plain lines of one size. May be called on any thread.
+    static Drawings drawings(const QStringList &symbols, int side);
+
+    /// `prepared` is being made on another thread, for requests in plain lines of that size,
+    /// whatever the colour: these wait for it.
+    explicit IconProvider(std::shared_future<Drawings> prepared = {});
 
     /// `address` is what `Icons::url` puts behind the provider's name. Without a requested size the
     /// picture is 24 pixels wide and high.
     QImage requestImage(const QString &address, QSize *size, const QSize &requested) override;
 
-    /// Draws symbols in a thread of the pool, for the first requests in plain lines of that size,
-    /// whatever the colour. Only ahead of all requests.
-    void prepare(QThreadPool *pool, const QStringList &symbols, int side);
-
 private:
-    using Drawings = QHash<QString, QImage>; ///< by symbol
-
-    QFuture<Drawings> m_prepared;
+    const std::shared_future<Drawings> m_prepared;
 };
 
 } // namespace tarnwick

@@ -7,10 +7,11 @@
 #include <QGuiApplication>
 #include <QKeySequence>
 #include <QQmlEngine>
-#include <QThreadPool>
 
 /// Declared by Qt for its documentation alone.
 Q_GUI_EXPORT void qt_set_sequence_auto_mnemonic(bool b);
+
+#include <future>
 
 using namespace Qt::StringLiterals;
 
@@ -21,16 +22,17 @@ void installComponents(QQmlEngine &engine, const QStringList &firstSymbols)
     // "Drum & Bass" on a button is a genre and no shortcut.
     qt_set_sequence_auto_mnemonic(false);
     // Reading the list of fonts and drawing icons is a good part of a start: that happens while the
-    // views load. The pool waits when the engine goes, since there is no list of fonts without an
+    // views load. The engine waits for it when it goes, since there is no list of fonts without an
     // application.
-    auto *pool = new QThreadPool(&engine);
-    pool->setMaxThreadCount(1);
-    pool->start([] { (void)Fonts::hasArchivo(); });
-    auto *icons = new IconProvider;
     constexpr int usualSize = 16;
-    icons->prepare(pool, firstSymbols, qRound(usualSize * qGuiApp->devicePixelRatio()));
+    const int side = qRound(usualSize * qGuiApp->devicePixelRatio());
+    auto prepared = std::async(std::launch::async, [firstSymbols, side] {
+        (void)Fonts::hasArchivo();
+        return IconProvider::drawings(firstSymbols, side);
+    });
     engine.addImportPath(u"qrc:/qt/qml"_s);
-    engine.addImageProvider(QString::fromLatin1(IconProvider::id), icons);
+    engine.addImageProvider(QString::fromLatin1(IconProvider::id),
+                            new IconProvider(prepared.share()));
     engine.addImageProvider(QString::fromLatin1(ShadowProvider::id), new ShadowProvider);
 }
 

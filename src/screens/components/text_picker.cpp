@@ -10,6 +10,8 @@
 #include <QQuickWindow>
 #include <QStyleHints>
 
+#include <utility>
+
 namespace tarnwick {
 
 namespace {
@@ -31,25 +33,56 @@ bool isControl(const QQuickItem *item)
     return item->inherits("QQuickAbstractButton") || item->inherits("QQuickTextInput");
 }
 
-/// The innermost item at a place for which that is so, from the uppermost on; null for none.
-QQuickItem *itemAt(QQuickItem *item, const QPointF &scene, bool (*wanted)(const QQuickItem *))
-{
-    if (!item->isVisible() || item->opacity() == 0)
-        return nullptr;
-    const bool within = item->contains(item->mapFromScene(scene));
-    if (item->clip() && !within)
-        return nullptr;
-    const QList<QQuickItem *> children = item->childItems();
-    for (auto child = children.rbegin(); child != children.rend(); ++child) {
-        if (QQuickItem *found = itemAt(*child, scene, wanted))
-            return found;
-    }
-    return within && wanted(item) ? item : nullptr;
-}
-
 QString wordsOf(const QQuickItem *text)
 {
     return text ? text->property("text").toString() : QString();
+}
+
+/// The innermost items at a place, from the uppermost on; null for none.
+struct ItemsAt
+{
+    QQuickItem *text = nullptr;
+    QQuickItem *control = nullptr;
+    QQuickItem *row = nullptr; ///< that carries a path
+
+    /// What a press of the first button would select.
+    QQuickItem *selectable() const { return control ? nullptr : text; }
+
+    /// What there is more to be said of, and that.
+    std::pair<QQuickItem *, QString> explained() const
+    {
+        if (text && text->property("truncated").toBool())
+            return {text, wordsOf(text)};
+        const QString hint = control ? control->property("hint").toString() : QString();
+        return {hint.isEmpty() ? nullptr : control, hint};
+    }
+};
+
+void look(QQuickItem *item, const QPointF &scene, ItemsAt &found)
+{
+    if (!item->isVisible() || item->opacity() == 0)
+        return;
+    const bool within = item->contains(item->mapFromScene(scene));
+    if (item->clip() && !within)
+        return;
+    const QList<QQuickItem *> children = item->childItems();
+    for (auto child = children.rbegin(); child != children.rend(); ++child)
+        look(*child, scene, found);
+    if (!within)
+        return;
+    if (!found.text && isText(item))
+        found.text = item;
+    if (!found.control && isControl(item))
+        found.control = item;
+    if (!found.row && carriesPath(item))
+        found.row = item;
+}
+
+ItemsAt itemsAt(const QQuickWindow *window, const QPointF &scene)
+{
+    ItemsAt found;
+    look(window->contentItem(), scene, found);
+    return found;
 }
 
 /// The path that the row around an item carries; empty for none.
@@ -96,26 +129,16 @@ void TextPicker::askByKey()
 
 bool TextPicker::ask(const QPointF &place)
 {
-    QQuickItem *root = window()->contentItem();
-    const QPointF scene = mapToScene(place);
-    const QQuickItem *text = itemAt(root, scene, isText);
-    const QQuickItem *control = itemAt(root, scene, isControl);
+    const ItemsAt found = itemsAt(window(), mapToScene(place));
     // What a button is called is nothing to take along.
-    QString words = wordsOf(text);
-    if (control && wordsOf(control) == words)
+    QString words = wordsOf(found.text);
+    if (found.control && wordsOf(found.control) == words)
         words.clear();
-    const QString path = pathAround(itemAt(root, scene, carriesPath));
+    const QString path = pathAround(found.row);
     if (words.isEmpty() && path.isEmpty())
         return false;
     Q_EMIT asked(place, words, path);
     return true;
-}
-
-QQuickItem *TextPicker::selectableAt(const QPointF &place) const
-{
-    QQuickItem *root = window()->contentItem();
-    const QPointF scene = mapToScene(place);
-    return itemAt(root, scene, isControl) ? nullptr : itemAt(root, scene, isText);
 }
 
 void TextPicker::select(QQuickItem *text)
@@ -144,18 +167,6 @@ void TextPicker::drop()
         Q_EMIT selectedChanged(); // it is just going
 }
 
-void TextPicker::explainAt(const QPointF &scene)
-{
-    QQuickItem *root = window()->contentItem();
-    QQuickItem *text = itemAt(root, scene, isText);
-    QQuickItem *control = itemAt(root, scene, isControl);
-    const QString hint = control ? control->property("hint").toString() : QString();
-    if (text && text->property("truncated").toBool())
-        explain(text, wordsOf(text));
-    else
-        explain(hint.isEmpty() ? nullptr : control, hint);
-}
-
 void TextPicker::explain(QQuickItem *item, const QString &words)
 {
     if (item == m_explained && words == m_explanation)
@@ -169,9 +180,10 @@ bool TextPicker::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::MouseMove: {
-        const QPointF place = static_cast<QMouseEvent *>(event)->position();
-        explainAt(place);
-        if (QQuickItem *selectable = selectableAt(mapFromScene(place)))
+        const ItemsAt found = itemsAt(window(), static_cast<QMouseEvent *>(event)->position());
+        const auto [item, words] = found.explained();
+        explain(item, words);
+        if (QQuickItem *selectable = found.selectable())
             selectable->setCursor(Qt::IBeamCursor);
         break;
     }
@@ -206,7 +218,8 @@ void TextPicker::mousePressEvent(QMouseEvent *event)
         return;
     }
     select(nullptr);
-    m_pressed = isByFinger(event) ? nullptr : selectableAt(event->position());
+    m_pressed =
+        isByFinger(event) ? nullptr : itemsAt(window(), mapToScene(event->position())).selectable();
     m_pressedAt = event->position();
     event->setAccepted(m_pressed);
 }

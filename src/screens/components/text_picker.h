@@ -56,10 +56,7 @@ protected:
 private:
     Q_SLOT void drop();
     bool ask(const QPointF &place);
-    /// The text at a place that no control takes the press from; null for none.
-    QQuickItem *selectableAt(const QPointF &place) const;
     void select(QQuickItem *text);
-    void explainAt(const QPointF &scene);
     void explain(QQuickItem *item, const QString &words);
 
     QPointer<QQuickWindow> m_watched;

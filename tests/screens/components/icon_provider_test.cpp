@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QTest>
-#include <QThreadPool>
 
 using namespace Qt::StringLiterals;
 
@@ -116,9 +115,9 @@ void IconProviderTest::aPreparedPictureIsNoOther()
     QFETCH(const QString, symbol);
     QFETCH(const int, side);
     QFETCH(const Icons::Lines, lines);
-    QThreadPool pool;
-    IconProvider provider;
-    provider.prepare(&pool, {u"bolt.fill"_s, u"arrow.right"_s, u"no.such.symbol"_s}, 16);
+    const QStringList symbols = {u"bolt.fill"_s, u"arrow.right"_s, u"no.such.symbol"_s};
+    auto prepared = std::async(std::launch::async, &IconProvider::drawings, symbols, 16);
+    IconProvider provider(prepared.share());
     for (const QColor &color : {QColor(236, 48, 19), QColor(0, 0, 0, 128)}) {
         const QString address = Icons::url(symbol, color, lines).path().mid(1);
         QSize size;
