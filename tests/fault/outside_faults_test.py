@@ -10,7 +10,6 @@ takes them for empty, and what the log has as reversible is undone.
 A few calls in each run of the tests; all of them with TARNWICK_FAULTS=long.
 """
 
-import argparse
 import json
 import os
 import pathlib
@@ -23,6 +22,10 @@ import sys
 import tempfile
 import unittest
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
+import counted_test
+from counted_test import built, count
+
 CALLS = ("writev", "ftruncate", "fsync", "rename", "renameat2", "unlink", "mkdir", "fchmod",
          "copy_file_range")
 FAILURES = ("error=EIO", "error=ENOSPC", "error=EACCES", "error=EROFS", "signal=SIGKILL")
@@ -30,8 +33,6 @@ TEMPORARY = re.compile(r"/\.[^/]*\.twtmp")
 IS_LONG = os.environ.get("TARNWICK_FAULTS") == "long"
 CASES_IN_SHORT_FORM = 12
 DATABASE = "Music/_Serato_/database V2"
-BUILD = pathlib.Path()
-interruptions = 0
 
 
 def may_trace():
@@ -69,7 +70,7 @@ class Home:
                 self.environment[name] = os.environ[name]
         # The checker of leaks traces the process itself.
         self.environment["LSAN_OPTIONS"] = "detect_leaks=0"
-        subprocess.run([BUILD / "tools/demo_library", "--tracks", "40", "--seed", "8", "--today",
+        subprocess.run([built("tools/demo_library"), "--tracks", "40", "--seed", "8", "--today",
                         "2026-11-20", "--out", self.folder], check=True,
                        stdout=subprocess.DEVNULL)
 
@@ -81,7 +82,7 @@ class Home:
         shutil.copytree(self.kept, self.folder, symlinks=True)
 
     def run(self, *arguments, tracer=(), before=None):
-        return subprocess.run([*tracer, BUILD / "bin/tarnwick-cli", "--json", *arguments],
+        return subprocess.run([*tracer, built("bin/tarnwick-cli"), "--json", *arguments],
                               env=self.environment, capture_output=True, timeout=120,
                               preexec_fn=before)
 
@@ -178,7 +179,6 @@ class OutsideFaults(unittest.TestCase):
         self.interrupt(undo)
 
     def interrupt(self, prepare):
-        global interruptions
         command = prepare(self.home)
         self.home.keep()
         self.before = self.home.user_files()
@@ -191,12 +191,12 @@ class OutsideFaults(unittest.TestCase):
                 tracer = ("strace", "-f", "-qq", "-o", "/dev/null", "-e", f"trace={call}",
                           "-e", f"inject={call}:{failure}:when={number}")
                 self.check_run(self.home.run(*command, tracer=tracer))
-            interruptions += 1
+            count()
         for limit in self.limits():
             with self.subTest(limit=limit):
                 self.home.renew()
                 self.check_run(self.home.run(*command, before=lambda: limit_files(limit)))
-            interruptions += 1
+            count()
 
     def limits(self):
         """Sizes that no file can grow beyond: the write that would do so is a short one."""
@@ -262,16 +262,5 @@ class OutsideFaults(unittest.TestCase):
             self.assertFalse(genre in present[DATABASE], "the genre is back")
 
 
-def main():
-    global BUILD
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--build", type=pathlib.Path, required=True)
-    wanted, rest = parser.parse_known_args()
-    BUILD = wanted.build.resolve()
-    program = unittest.main(argv=[sys.argv[0], *rest], exit=False)
-    print(f"{interruptions} interruptions")
-    sys.exit(0 if program.result.wasSuccessful() else 1)
-
-
 if __name__ == "__main__":
-    main()
+    counted_test.main("interruptions")

@@ -15,7 +15,7 @@ import subprocess
 import unittest
 
 import odd_case
-from odd_case import Home, OddCase, audio_with_cues, count, text, track
+from odd_case import Home, OddCase, audio_with_cues, built, count, text, track
 
 IN_OWN_MOUNTS = ("unshare", "-m") if os.geteuid() == 0 else ("unshare", "-rm")
 LOOKS = (["libraries"], ["scan"], ["score"], ["queue"], ["cues"], ["changes"], ["held"],
@@ -74,7 +74,7 @@ class DataFolderTest(OddCase):
 
     def check_the_window_starts(self, before, **environment):
         """With a scan and all that follows it, until it is told to end."""
-        program = pathlib.Path(odd_case.BUILD / "bin/tarnwick")
+        program = built("bin/tarnwick")
         if not program.exists():
             self.skipTest("the window isn't built")
         ran = subprocess.run([*before, "timeout", "--preserve-status", "-s", "TERM", "4", program],
@@ -274,7 +274,7 @@ class DataFolderTest(OddCase):
             os.chmod(path, 0o755 if path.is_dir() else 0o644)
         kept = tree(self.home.data)
         nobody = ("setpriv", "--reuid=65534", "--regid=65534", "--clear-groups")
-        if subprocess.run([*nobody, odd_case.BUILD / "bin/tarnwick-cli", "--version"],
+        if subprocess.run([*nobody, built("bin/tarnwick-cli"), "--version"],
                           capture_output=True).returncode != 0:
             self.skipTest("nobody may run the program where it is built")
 

@@ -1,6 +1,5 @@
 """What the tests of this folder share: a home folder with a library, and the real command line."""
 
-import argparse
 import json
 import os
 import pathlib
@@ -10,16 +9,12 @@ import tempfile
 import time
 import unittest
 
-BUILD = pathlib.Path()
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
+import counted_test
+from counted_test import built, count
+
 IS_LONG = os.environ.get("TARNWICK_ODD") == "long"
 REFUSALS = (b"Close Serato", b"Serato is running")
-cases = 0
-
-
-def count(number=1):
-    """Adds to the figure that a test tells at its end."""
-    global cases
-    cases += number
 
 
 def record(tag, payload):
@@ -91,7 +86,7 @@ class Home:
             self.write(f"Music/_Serato_/Subcrates/{name}.crate", crate(paths))
 
     def command(self, *arguments):
-        return [str(BUILD / "bin/tarnwick-cli"), "--json", *map(str, arguments)]
+        return [str(built("bin/tarnwick-cli")), "--json", *map(str, arguments)]
 
     def run(self, *arguments, before=()):
         # Other tests on this machine start programs that bear Serato's name, for a moment.
@@ -126,11 +121,4 @@ class OddCase(unittest.TestCase):
 
 
 def main():
-    global BUILD
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--build", type=pathlib.Path, required=True)
-    wanted, rest = parser.parse_known_args()
-    BUILD = wanted.build.resolve()
-    program = unittest.main(module="__main__", argv=[sys.argv[0], *rest], exit=False)
-    print(f"{cases} cases")
-    sys.exit(0 if program.result.wasSuccessful() else 1)
+    counted_test.main("cases")

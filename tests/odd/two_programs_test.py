@@ -12,7 +12,7 @@ import time
 import unittest
 
 import odd_case
-from odd_case import IS_LONG, Home, OddCase, audio_with_cues, count, text, track
+from odd_case import IS_LONG, Home, OddCase, audio_with_cues, built, count, text, track
 
 ROUNDS = 40 if IS_LONG else 8
 
@@ -65,7 +65,7 @@ class TwoProgramsTest(OddCase):
         self.assertEqual({scanned["genre"] for scanned in home.ask("scan")["tracks"]}, {""})
 
     def test_a_window_and_command_lines_keep_each_others_entries(self):
-        window = odd_case.BUILD / "bin/tarnwick"
+        window = built("bin/tarnwick")
         if not window.exists():
             self.skipTest("the window isn't built")
         home, paths = self.home_with_tracks(ROUNDS)
