@@ -100,7 +100,8 @@ int moveAcrossFileSystems(const QByteArray &source, const QByteArray &destinatio
             return error;
     }
     if (const int error = putCopyInPlace(source, copy, destination)) {
-        calls::removeEntry(copy);
+        if (isOccupied(source)) // else the copy may be all that is left
+            calls::removeEntry(copy);
         return error;
     }
     return removeSource(source, destination);

@@ -4,8 +4,12 @@
 #include "foundation/paths.h"
 #include "platform/files.h"
 #include "platform/files_write.h"
+#include "platform/folder_lock.h"
 #include "safety/store.h"
 #include "safety/store_file.h"
+
+#include <cerrno>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -13,7 +17,7 @@ namespace tarnwick {
 
 namespace {
 
-bool isPurged(const HeldItem &item, const QDateTime &now)
+bool isToBePurged(const HeldItem &item, const QDateTime &now)
 {
     return !item.restored && item.isExpired(now);
 }
@@ -36,9 +40,26 @@ Result<QString> makeFolder(const QString &holding, const QList<HeldItem> &items,
     }
 }
 
+/// Whoever has an item's folder to itself gives its file back or purges it, which nobody waits for.
+class ItemLock
+{
+public:
+    explicit ItemLock(const QString &folder)
+        : m_lock(folder, platform::FolderLock::Kind::Exclusive, {})
+    {}
+
+    bool isHeldByAnother() const { return m_lock.isHeldByAnother(); }
+
+private:
+    const platform::FolderLock m_lock;
+};
+
 /// Moves the file back, if there still is one.
 Done giveBack(const HeldItem &item)
 {
+    const ItemLock lock(parentFolder(item.heldPath));
+    if (lock.isHeldByAnother())
+        return tl::unexpected(platform::describeFailure(item.heldPath, u"moved"_s, EBUSY));
     const auto isThere = platform::isPresent(item.heldPath);
     if (!isThere)
         return tl::unexpected(isThere.error());
@@ -47,6 +68,18 @@ Done giveBack(const HeldItem &item)
     if (Done done = platform::makeFolders(parentFolder(item.originalPath)); !done)
         return done;
     return platform::moveWithoutReplacing(item.heldPath, item.originalPath);
+}
+
+/// Deletes what is held, as far as that goes. False where it is just given back.
+bool purge(const HeldItem &item)
+{
+    if (!Store::isPlainName(item.id))
+        return true;
+    const QString folder = joinedPath(Store::holding(), item.id);
+    const ItemLock lock(folder);
+    if (!lock.isHeldByAnother())
+        (void)platform::removeTree(folder);
+    return !lock.isHeldByAnother();
 }
 
 } // namespace
@@ -101,14 +134,14 @@ Done HoldingFolder::restore(const QString &id)
 
 void HoldingFolder::purgeExpired(const QDateTime &now)
 {
-    const QString holding = Store::holding();
     platform::SharedFileWrite manifest(Store::holdingManifest());
     takeIn(manifest);
-    for (const HeldItem &item : m_items) {
-        if (isPurged(item, now) && Store::isPlainName(item.id))
-            (void)platform::removeTree(joinedPath(holding, item.id));
+    QList<HeldItem> kept;
+    for (const HeldItem &item : std::as_const(m_items)) {
+        if (!isToBePurged(item, now) || !purge(item))
+            kept.append(item);
     }
-    m_items.removeIf([&](const HeldItem &item) { return isPurged(item, now); });
+    m_items = kept;
     write(manifest);
 }
 

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void letsOneAfterTheOtherIn();
     void letsReadersInTogether();
     void goesWithItsOwner();
+    void tellsWhatAnotherHasFromWhatCannotBeLocked();
     void doesWithoutWhereThereIsNoFolder_data();
     void doesWithoutWhereThereIsNoFolder();
     void leavesNothingInTheFolder();
@@ -59,6 +60,16 @@ void FolderLockTest::goesWithItsOwner()
 {
     QVERIFY(FolderLock(m_folder.path(), Kind::Exclusive).isHeld());
     QVERIFY(FolderLock(m_folder.path(), Kind::Exclusive).isHeld());
+}
+
+void FolderLockTest::tellsWhatAnotherHasFromWhatCannotBeLocked()
+{
+    const FolderLock lock(m_folder.path(), Kind::Exclusive);
+    QVERIFY(!lock.isHeldByAnother());
+    const FolderLock late(m_folder.path(), Kind::Exclusive, std::chrono::milliseconds(20));
+    QVERIFY(!late.isHeld() && late.isHeldByAnother());
+    const FolderLock none(m_folder.filePath(u"absent"_s), Kind::Exclusive, {});
+    QVERIFY(!none.isHeld() && !none.isHeldByAnother());
 }
 
 void FolderLockTest::doesWithoutWhereThereIsNoFolder_data()

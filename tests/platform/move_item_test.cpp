@@ -103,6 +103,7 @@ private Q_SLOTS:
     void failsWhereTheCopysNameGrowsTooLong();
     void noticesACopyThatIsTooShort();
     void leavesNoCopyWhereTheSourceStays();
+    void leavesTheCopyWhereTheSourceHasGone();
     void losesNothingWhateverCallFails_data();
     void losesNothingWhateverCallFails();
 
@@ -351,6 +352,21 @@ void MoveItemTest::leavesNoCopyWhereTheSourceStays()
     QVERIFY(!moveWithoutReplacing(source(root()), destination(root())));
     QCOMPARE(stateOf(source(root())), u"whole"_s);
     QCOMPARE(namesIn(path(u"to/"_s)), QStringList());
+}
+
+void MoveItemTest::leavesTheCopyWhereTheSourceHasGone()
+{
+    if (!hasSecondFileSystem())
+        QSKIP("no second file system");
+    put(source(root()), audio);
+    const ScopedFaults faults([this](FileOperation operation, const QString &asked) {
+        if (operation == FileOperation::Flush && asked.contains(u"/to/"_s))
+            QFile::remove(source(root()));
+        return 0;
+    });
+    QVERIFY(!moveWithoutReplacing(source(root()), destination(root())));
+    QCOMPARE(namesIn(path(u"to/"_s)).size(), 1);
+    QCOMPARE(contentOf(path(u"to/"_s + namesIn(path(u"to/"_s)).first())), audio);
 }
 
 void MoveItemTest::losesNothingWhateverCallFails_data()

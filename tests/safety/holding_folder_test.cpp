@@ -24,14 +24,24 @@ namespace {
 const QDateTime noon({2026, 11, 20}, {12, 0}, Qt::UTC);
 const QByteArray audio(200'000, 'a');
 
-/// True if a writer has the file to itself at this moment.
-bool isLocked(const QString &path)
+/// Another process that has a file or folder to itself, as far as it can be had.
+class HeldLock
 {
-    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    const bool taken = file >= 0 && ::flock(file, LOCK_EX | LOCK_NB) != 0;
-    ::close(file);
-    return taken;
-}
+public:
+    explicit HeldLock(const QString &path)
+        : m_file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC))
+        , m_isHeld(::flock(m_file, LOCK_EX | LOCK_NB) == 0)
+    {}
+    ~HeldLock() { ::close(m_file); }
+    HeldLock(const HeldLock &) = delete;
+    HeldLock &operator=(const HeldLock &) = delete;
+
+    bool isHeld() const { return m_isHeld; }
+
+private:
+    const int m_file;
+    const bool m_isHeld;
+};
 
 } // namespace
 
@@ -67,6 +77,8 @@ private Q_SLOTS:
     void staysAheadOfADiskThatFails();
     void losesNothingOfAnothers();
     void keepsNobodyWaitingWhileItMoves();
+    void letsOnlyOneGiveAFileBack();
+    void purgesNothingThatIsBeingGivenBack();
     void makesNoManifestForAMoveThatFails();
     void givesNoIdTwice();
     void movesAcrossFileSystems();
@@ -428,8 +440,6 @@ void HoldingFolderTest::losesNothingOfAnothers()
     QCOMPARE(contentOf(path(u"c.mp3"_s)), QByteArray("c.mp3"));
 }
 
-/// A purge makes the list shorter, and a clock can be put back: the number and the moment of an
-/// item come once more.
 void HoldingFolderTest::keepsNobodyWaitingWhileItMoves()
 {
     put(path(u"a.mp3"_s), audio);
@@ -440,11 +450,46 @@ void HoldingFolderTest::keepsNobodyWaitingWhileItMoves()
     QList<bool> free;
     const platform::ScopedFaults faults([&](platform::FileOperation operation, const QString &at) {
         if (operation == platform::FileOperation::Rename && at == item->heldPath)
-            free.append(!isLocked(manifest));
+            free.append(HeldLock(manifest).isHeld());
         return 0;
     });
     QVERIFY(holding.restore(item->id));
     QCOMPARE(free, QList<bool>{true});
+}
+
+void HoldingFolderTest::letsOnlyOneGiveAFileBack()
+{
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    QVERIFY(item.has_value());
+    {
+        const HeldLock another(QFileInfo(item->heldPath).path());
+        QVERIFY(!holding.restore(item->id));
+        QCOMPARE(contentOf(item->heldPath), audio);
+        QCOMPARE(HoldingFolder().items(), QList<HeldItem>{*item});
+    }
+    QVERIFY(holding.restore(item->id));
+    QCOMPARE(contentOf(path(u"a.mp3"_s)), audio);
+}
+
+void HoldingFolderTest::purgesNothingThatIsBeingGivenBack()
+{
+    const platform::ScopedClock clock(noon);
+    put(path(u"a.mp3"_s), audio);
+    HoldingFolder holding;
+    const auto item = holding.hold(path(u"a.mp3"_s), u"r"_s);
+    QVERIFY(item.has_value());
+    const QDateTime later = item->expiresAt.addDays(1);
+    {
+        const HeldLock another(QFileInfo(item->heldPath).path());
+        holding.purgeExpired(later);
+        QCOMPARE(contentOf(item->heldPath), audio);
+        QCOMPARE(HoldingFolder().items(), QList<HeldItem>{*item});
+    }
+    holding.purgeExpired(later);
+    QVERIFY(!QFileInfo::exists(item->heldPath));
+    QCOMPARE(HoldingFolder().items(), QList<HeldItem>());
 }
 
 void HoldingFolderTest::makesNoManifestForAMoveThatFails()
@@ -459,6 +504,8 @@ void HoldingFolderTest::makesNoManifestForAMoveThatFails()
     QVERIFY(!QFileInfo::exists(Store::holdingManifest()));
 }
 
+/// A purge makes the list shorter, and a clock can be put back: the number and the moment of an
+/// item come once more.
 void HoldingFolderTest::givesNoIdTwice()
 {
     platform::ScopedClock clock(noon.addDays(-40));
