@@ -15,14 +15,8 @@ cmake --build --preset "$preset" --parallel "$jobs"
 checked=yes
 ./scripts/check --preset "$preset" || checked=no
 
-# A home of its own keeps a test that forgets to make one away from the user's library.
-home=$PWD/build/$preset/test-home
-mkdir -p "$home"
 status=0
-env -u DISPLAY -u WAYLAND_DISPLAY HOME="$home" XDG_DATA_HOME="$home/.local/share" \
-  QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software \
-  ASAN_OPTIONS="detect_leaks=1:${ASAN_OPTIONS:-}" \
-  UBSAN_OPTIONS="print_stacktrace=1:${UBSAN_OPTIONS:-}" \
+scripts/at_home "$preset" \
   ctest --test-dir "build/$preset" --output-on-failure --no-tests=error -j"$jobs" "$@" ||
   status=$?
 

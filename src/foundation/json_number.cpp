@@ -27,36 +27,36 @@ bool statesZero(QByteArrayView text)
 
 std::optional<Token> at(QByteArrayView bytes)
 {
-    qsizetype at = 0;
-    const auto is = [&](char wanted) { return at < bytes.size() && bytes[at] == wanted; };
+    qsizetype end = 0;
+    const auto is = [&](char wanted) { return end < bytes.size() && bytes[end] == wanted; };
     const auto digits = [&] {
-        const qsizetype start = at;
-        while (at < bytes.size() && isDigit(bytes[at]))
-            ++at;
-        return at > start;
+        const qsizetype start = end;
+        while (end < bytes.size() && isDigit(bytes[end]))
+            ++end;
+        return end > start;
     };
     if (is('-'))
-        ++at;
+        ++end;
     const bool startsWithZero = is('0');
-    const qsizetype start = at;
-    if (!digits() || (startsWithZero && at - start > 1))
+    const qsizetype start = end;
+    if (!digits() || (startsWithZero && end - start > 1))
         return std::nullopt;
     bool isWhole = true;
     if (is('.')) {
-        ++at;
+        ++end;
         isWhole = false;
         if (!digits())
             return std::nullopt;
     }
     if (is('e') || is('E')) {
-        ++at;
+        ++end;
         isWhole = false;
         if (is('+') || is('-'))
-            ++at;
+            ++end;
         if (!digits())
             return std::nullopt;
     }
-    return Token{bytes.first(at), isWhole};
+    return Token{bytes.first(end), isWhole};
 }
 
 std::optional<double> toDouble(QByteArrayView text)

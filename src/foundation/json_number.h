@@ -20,7 +20,7 @@ std::optional<Token> at(QByteArrayView bytes);
 /// Nothing where no double comes near to the number, for being too large or too small.
 std::optional<double> toDouble(QByteArrayView text);
 
-/// The number if it is whole, however it is written ("1e2", "1.0"); beyond 2^53 only in digits.
+/// The number if it is whole, however it is written ("1e2", "1.0"); from 2^53 on only in digits.
 /// Nothing if it doesn't fit.
 template <typename Whole>
 std::optional<Whole> toWhole(const Token &token)
@@ -33,10 +33,10 @@ std::optional<Whole> toWhole(const Token &token)
         const bool isAll = result.ec == std::errc() && result.ptr == token.text.end();
         return isAll ? std::optional(whole) : std::nullopt;
     }
-    // A double states every whole number up to here, and no fraction beyond.
-    constexpr double largestExact = 9007199254740992.0;
+    // A double tells every whole number below from its neighbours.
+    constexpr double inexact = 9007199254740992.0;
     const std::optional<double> value = toDouble(token.text);
-    const bool fits = value && *value <= largestExact && *value >= -largestExact &&
+    const bool fits = value && *value<inexact && * value> - inexact &&
                       double(qint64(*value)) == *value && (Whole(-1) < 0 || *value >= 0);
     return fits ? std::optional(Whole(*value)) : std::nullopt;
 }

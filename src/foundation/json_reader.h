@@ -91,7 +91,7 @@ private:
     qsizetype skipSpace();
     void noteLineBreak(qsizetype start, qsizetype depth);
     bool takeWord(QByteArrayView word);
-    /// Moves past a number.
+    /// Moves past a number, and notes whether others of its kind are written so too.
     std::optional<JsonNumber::Token> takeNumber();
     template <typename Whole>
     bool wholeNumber(Whole &out);

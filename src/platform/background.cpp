@@ -11,37 +11,37 @@ namespace tarnwick::platform {
 
 namespace {
 
-/// What one thread did before it gave something away, another sees once it has taken it. The locks
-/// of the pools and of the event queue see to that already, but those are in a library that the
-/// thread sanitizer doesn't look into: this says the same where it does.
+/// What one thread did before it gave an object away, another sees once it has taken that. The
+/// locks of the pools and of the event queue see to that already, but those are in a library that
+/// the thread sanitizer doesn't look into: this says the same where it does.
 class HandOver
 {
 public:
-    void give() { m_count.fetch_add(1, std::memory_order_acq_rel); }
-    void take() const { (void)m_count.load(std::memory_order_acquire); }
+    void give() { m_isGiven.store(true, std::memory_order_release); }
+    void take() const { (void)m_isGiven.load(std::memory_order_acquire); }
 
 private:
-    std::atomic<quint64> m_count{0};
+    std::atomic<bool> m_isGiven{false};
 };
-
-HandOver toBackground;
-HandOver toMainThread;
 
 class Task : public QRunnable
 {
 public:
     explicit Task(std::function<void()> work)
         : m_work(std::move(work))
-    {}
+    {
+        m_handOver.give();
+    }
 
     void run() override
     {
-        toBackground.take();
+        m_handOver.take();
         m_work();
     }
 
 private:
     const std::function<void()> m_work;
+    HandOver m_handOver;
 };
 
 /// More than the program ever starts at once: a scan that waits for a sleeping drive must not hold
@@ -68,26 +68,26 @@ public:
     explicit Call(std::function<void()> call)
         : QEvent(User)
         , m_call(std::move(call))
-    {}
+    {
+        m_handOver.give();
+    }
 
-    void operator()() const { m_call(); }
+    void run() const
+    {
+        m_handOver.take();
+        m_call();
+    }
 
 private:
     const std::function<void()> m_call;
+    HandOver m_handOver;
 };
 
-/// An object of the main thread that outlives every background task, and gets nothing but calls.
+/// An object of the main thread that outlives every background task.
 class Receiver : public QObject
 {
-public:
-    bool event(QEvent *event) override
-    {
-        toMainThread.take();
-        if (event->type() != QEvent::User)
-            return QObject::event(event);
-        (*static_cast<const Call *>(event))();
-        return true;
-    }
+protected:
+    void customEvent(QEvent *event) override { static_cast<const Call *>(event)->run(); }
 };
 
 Receiver *mainThreadReceiver(QThread *mainThread)
@@ -104,9 +104,7 @@ Receiver *mainThreadReceiver(QThread *mainThread)
 
 void startInBackground(Priority priority, std::function<void()> work)
 {
-    auto *const task = new Task(std::move(work));
-    toBackground.give();
-    poolFor(priority).start(task); // which deletes it at its end
+    poolFor(priority).start(new Task(std::move(work))); // which deletes it at its end
 }
 
 void callOnMainThread(std::function<void()> call)
@@ -115,9 +113,8 @@ void callOnMainThread(std::function<void()> call)
     const auto *application = QCoreApplication::instance();
     if (application == nullptr)
         return;
-    auto *const event = new Call(std::move(call));
-    toMainThread.give();
-    QCoreApplication::postEvent(mainThreadReceiver(application->thread()), event); // deletes it
+    QCoreApplication::postEvent(mainThreadReceiver(application->thread()),
+                                new Call(std::move(call))); // deletes it
 }
 
 } // namespace tarnwick::platform

@@ -44,6 +44,9 @@ void RunningProgramsTest::findsAProgramByItsExactName()
 
 void RunningProgramsTest::findsNoProgramForAnEmptyName()
 {
+#ifndef Q_OS_LINUX
+    QSKIP("a program can't shed its name");
+#endif
     // As nameless as one that ends while it is looked at.
     QProcess nameless;
     nameless.start(u"/bin/sh"_s,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArrayList>
+#include <QDeadlineTimer>
 #include <QStringList>
 
 #include <cerrno>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,9 +20,9 @@ extern char **environ;
 namespace tarnwick::testing {
 
 /// A process that ends with this object at the latest, with the environment and the channels of
-/// this one unless its output is kept. Started by the system's own call, since a `QProcess` shares
-/// its parent's memory for a moment: after that the thread sanitizer is blind to what the parent
-/// hands between threads.
+/// this one unless its output is kept. No `QProcess`: the thread sanitizer takes that one's way of
+/// starting a child for a fork of its own, and is blind to what the parent hands between threads
+/// from then on.
 class ChildProcess
 {
 public:
@@ -39,12 +41,14 @@ public:
         posix_spawn_file_actions_t actions;
         ::posix_spawn_file_actions_init(&actions);
         if (output == Output::Kept) {
-            if (::pipe2(pipe, O_CLOEXEC) != 0)
+            if (::pipe(pipe) != 0)
                 qFatal("no pipe");
+            for (const int end : pipe)
+                ::fcntl(end, F_SETFD, FD_CLOEXEC);
             ::posix_spawn_file_actions_adddup2(&actions, pipe[1], STDOUT_FILENO);
         }
         if (::posix_spawn(&m_id, arguments[0], &actions, nullptr, arguments.data(), environ) != 0)
-            qFatal("can't start a process");
+            qFatal("can't start %s", arguments[0]);
         ::posix_spawn_file_actions_destroy(&actions);
         ::close(pipe[1]);
         m_output = pipe[0];
@@ -66,18 +70,25 @@ public:
     std::optional<int> exitCode()
     {
         int status = 0;
-        while (::waitpid(m_id, &status, 0) < 0 && errno == EINTR) {
+        for (QDeadlineTimer patience(60'000);; ::usleep(100)) {
+            const pid_t ended = ::waitpid(m_id, &status, WNOHANG);
+            if (ended == m_id)
+                break;
+            if (patience.hasExpired() || (ended < 0 && errno != EINTR))
+                qFatal("a process doesn't end");
         }
         m_id = 0;
         return WIFEXITED(status) ? std::optional(WEXITSTATUS(status)) : std::nullopt;
     }
 
-    /// The next line of the output that is kept, without its end. Waits for it.
+    /// The next line of the output that is kept, without its end; what there is of it where the
+    /// process goes on without a word.
     QByteArray readLine()
     {
         QByteArray line;
         char byte = 0;
-        while (::read(m_output, &byte, 1) == 1 && byte != '\n')
+        pollfd output{m_output, POLLIN, 0};
+        while (::poll(&output, 1, 60'000) == 1 && ::read(m_output, &byte, 1) == 1 && byte != '\n')
             line += byte;
         return line;
     }

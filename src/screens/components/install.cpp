@@ -8,10 +8,10 @@
 #include <QKeySequence>
 #include <QQmlEngine>
 
+#include <future>
+
 /// Declared by Qt for its documentation alone.
 Q_GUI_EXPORT void qt_set_sequence_auto_mnemonic(bool b);
-
-#include <future>
 
 using namespace Qt::StringLiterals;
 

@@ -181,10 +181,10 @@ bool TextPicker::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::MouseMove: {
         const ItemsAt found = itemsAt(window(), static_cast<QMouseEvent *>(event)->position());
-        const auto [item, words] = found.explained();
-        explain(item, words);
         if (QQuickItem *selectable = found.selectable())
             selectable->setCursor(Qt::IBeamCursor);
+        const auto [item, words] = found.explained();
+        explain(item, words);
         break;
     }
     case QEvent::MouseButtonPress:
