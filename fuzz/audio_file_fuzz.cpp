@@ -65,6 +65,27 @@ void checkKept(const Scratch &scratch, const SeratoGEOB::Tag &before)
         require(withoutCues(after->frames) == withoutCues(before.frames), "other frames stay");
 }
 
+/// A gain takes the place of the first that is there, or stands behind all frames.
+void checkGain(const QString &path, const Scratch &scratch, const SeratoGEOB::Tag &before)
+{
+    const QByteArray payload("\0REPLAYGAIN_TRACK_GAIN\0-2.50 dB", 31);
+    const auto isGain = [](const Frame &frame) {
+        return frame.id == u"TXXX" && frame.payload.size() > 1 &&
+               frame.payload.sliced(1).split('\0').first() == "REPLAYGAIN_TRACK_GAIN";
+    };
+    require(SeratoGEOB::writeReplayGain(-2.5, path).has_value(), "a gain can be written");
+    if (!comeBack(before.frames))
+        return;
+    std::vector<Frame> wanted = before.frames;
+    const auto gain = std::find_if(wanted.begin(), wanted.end(), isGain);
+    if (gain == wanted.end())
+        wanted.push_back({u"TXXX"_s, {}, payload});
+    else
+        gain->payload = payload;
+    const auto after = tagOf(scratch);
+    require(after && after->frames == wanted && after->audio == before.audio, "and nothing else");
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -100,5 +121,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     checkKept(scratch, *before);
     if (comeBack(before->frames))
         require(SeratoGEOB::captureCueFrames(path).isEmpty(), "then there are none");
+    scratch.put(u"a.mp3"_s, input.rest());
+    checkGain(path, scratch, *before);
     return 0;
 }

@@ -41,6 +41,22 @@ bool isWrittenForm(QByteArrayView input, const SeratoGEOB::Tag &tag)
            std::all_of(size.begin(), size.end(), [](char byte) { return uchar(byte) < 0x80; });
 }
 
+/// Behind the last frame comes padding, or less than one more frame takes.
+void checkEnd(QByteArrayView input, const SeratoGEOB::Tag &tag)
+{
+    QByteArrayView rest = input.chopped(tag.audio.size()).sliced(Id3::headerSize);
+    for (const Frame &frame : tag.frames)
+        rest = rest.sliced(Id3::frameHeaderSize + frame.payload.size());
+    if (rest.size() < Id3::frameHeaderSize || rest.front() == '\0')
+        return;
+    const auto *const sizes = reinterpret_cast<const uchar *>(rest.data()) + Id3::frameSizeOffset;
+    const int bits = tag.major == 4 ? 7 : 8;
+    quint64 size = 0;
+    for (int i = 0; i < 4; ++i)
+        size = size << bits | sizes[i];
+    require(size > quint64(rest.size() - Id3::frameHeaderSize), "no frame is left out");
+}
+
 void checkFrame(const Frame &frame)
 {
     require(frame.id.size() == Id3::frameIdSize, "an id has four characters");
@@ -64,6 +80,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     require(tag->audio.size() <= input.size() - Id3::headerSize, "behind the header");
     for (const Frame &frame : tag->frames)
         checkFrame(frame);
+    checkEnd(input, *tag);
 
     const QByteArray written = SeratoGEOB::serialize(*tag);
     require(written == SeratoGEOB::serializeTagAlone(*tag) + tag->audio, "the tag, then the audio");
