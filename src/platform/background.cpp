@@ -72,6 +72,8 @@ public:
         m_handOver.give();
     }
 
+    ~Call() override { m_handOver.take(); } // not run where the application ends first
+
     void run() const
     {
         m_handOver.take();
