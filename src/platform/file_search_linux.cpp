@@ -105,6 +105,7 @@ private:
         if (!open)
             return;
         // cppcheck-suppress readdirCalled ; no other thread has this stream
+        // NOLINTNEXTLINE(concurrency-mt-unsafe)
         while (const dirent *entry = ::readdir(open.get())) {
             const std::string_view name(entry->d_name);
             if (isFolder(*entry, folder))

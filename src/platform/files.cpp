@@ -148,10 +148,28 @@ Result<QStringList> listFolder(const QString &path)
     return names;
 }
 
+namespace {
+
+/// The system's words; there are two functions of one name, and either writes into the buffer or
+/// tells of another place.
+[[maybe_unused]] const char *words(const char *told, const char *)
+{
+    return told;
+}
+
+[[maybe_unused]] const char *words(int, const char *buffer)
+{
+    return buffer;
+}
+
+} // namespace
+
 Failure describeFailure(const QString &path, const QString &doing, int error)
 {
-    return {u"The file “%1” couldn't be %2: %3."_s.arg(
-        lastPathComponent(path), doing, QString::fromLocal8Bit(std::strerror(error)))};
+    char buffer[256] = {};
+    const char *const reason = words(::strerror_r(error, buffer, sizeof buffer), buffer);
+    return {u"The file “%1” couldn't be %2: %3."_s.arg(lastPathComponent(path), doing,
+                                                       QString::fromLocal8Bit(reason))};
 }
 
 } // namespace tarnwick::platform

@@ -89,6 +89,7 @@ bool isAnyProgramRunning(const QStringList &names)
     if (!processes)
         return false;
     // cppcheck-suppress readdirCalled ; no other thread has this stream
+    // NOLINTNEXTLINE(concurrency-mt-unsafe)
     while (const dirent *entry = ::readdir(processes.get())) {
         const int folder = ::dirfd(processes.get());
         if (isProcessFolder(*entry) && wanted.contains(nameOfProcess(folder, entry->d_name)) &&

@@ -69,6 +69,7 @@ int listFolder(const QByteArray &path, QByteArrayList &names)
         return errno;
     errno = 0; // readdir() tells its failures apart from the end by this alone
     // cppcheck-suppress readdirCalled ; no other thread has this stream
+    // NOLINTNEXTLINE(concurrency-mt-unsafe)
     while (const dirent *entry = ::readdir(folder.get())) {
         const QByteArray name = entry->d_name;
         if (name != "." && name != "..")
