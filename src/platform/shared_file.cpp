@@ -46,8 +46,10 @@ int readWhole(const QByteArray &path, QByteArray &content, FileState &state)
     (void)file->lock(OpenFile::Lock::Shared, patience);
     if (const int error = file->status(status))
         return error;
+    if (const int error = file->readRest(content))
+        return error;
     state = stateOf(status);
-    return file->readRest(content);
+    return 0;
 }
 
 tl::expected<OpenFile, int> openForWriting(const QByteArray &path, std::optional<mode_t> mode)

@@ -36,7 +36,8 @@ struct FileState
     bool operator==(const FileState &) const = default;
 };
 
-/// The whole content of a regular file, and its state then.
+/// The whole content of a regular file, and its state then. After a failure `state` is as before:
+/// what nobody has read, the next write takes in.
 Result<QByteArray> readSharedFile(const QString &path, FileState &state);
 
 /// One write, from the moment at which nobody else reads or writes the file to its end.

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void refusesWhatIsNoRegularFile();
     void leavesTheFileWhereTheDiskHasNoRoom();
     void tellsWhatKeepsItFromWriting();
+    void takesInWhatCouldNotBeReadAtFirst();
 
 private:
     QString file() const { return m_folder->filePath(u"store.json"_s); }
@@ -177,6 +178,28 @@ void SharedFileTest::tellsWhatKeepsItFromWriting()
     QCOMPARE(done.error().message,
              u"The file “store.json” couldn't be written: Permission denied."_s);
     QCOMPARE(contentOf(file()), QByteArray("kept"));
+}
+
+void SharedFileTest::takesInWhatCouldNotBeReadAtFirst()
+{
+    put(file(), "others");
+    for (int failing = 0;; ++failing) {
+        int calls = 0;
+        FileState state;
+        bool isRead = false;
+        {
+            const ScopedFaults faults(
+                [&](FileOperation, const QString &) { return calls++ == failing ? EIO : 0; });
+            isRead = readSharedFile(file(), state).has_value();
+        }
+        QCOMPARE(isRead, calls <= failing);
+        QCOMPARE(SharedFileWrite(file()).contentUnlike(state).value_or("known"),
+                 isRead ? QByteArray("known") : QByteArray("others"));
+        if (!isRead)
+            continue;
+        QVERIFY(failing >= 5);
+        return;
+    }
 }
 
 QTEST_GUILESS_MAIN(SharedFileTest)

@@ -100,6 +100,7 @@ private Q_SLOTS:
     void startsEmptyFromABadFileAndLeavesItUntilTheNextWrite_data();
     void startsEmptyFromABadFileAndLeavesItUntilTheNextWrite();
     void treatsAnEmptyListLikeNoFile();
+    void takesInALogThatCouldNotBeReadAtFirst();
     void staysAheadOfADiskThatFails();
     void catchesUpWhateverCallFails();
     void isOldOrNewOrEmptyWhateverCallFails();
@@ -315,6 +316,21 @@ void ChangeLogTest::treatsAnEmptyListLikeNoFile()
     ChangeLog log;
     QCOMPARE(log.entries().size(), 0);
     QVERIFY(log.append(relink()).id.startsWith(u"chg-1-"_s));
+}
+
+void ChangeLogTest::takesInALogThatCouldNotBeReadAtFirst()
+{
+    const ChangeEntry first = ChangeLog().append(relink(u"first"_s));
+    std::optional<ChangeLog> log;
+    {
+        const platform::ScopedFaults faults([](platform::FileOperation operation, const QString &) {
+            return operation == platform::FileOperation::Read ? EIO : 0;
+        });
+        log.emplace();
+        QCOMPARE(log->entries().size(), 0);
+    }
+    const ChangeEntry second = log->append(relink(u"second"_s));
+    QCOMPARE(ChangeLog().entries(), (QList<ChangeEntry>{second, first}));
 }
 
 void ChangeLogTest::staysAheadOfADiskThatFails()
