@@ -25,18 +25,20 @@ Done removeEarlier(const QString &backup, const QString &library)
     return {};
 }
 
-/// False where the library doesn't have the item.
+/// False where the library doesn't have the item. What stands in its place then is left of an
+/// earlier backup, and must not pass as copied.
 Result<bool> copyEntry(const QString &source, const QString &backup)
 {
     auto isThere = platform::isPresent(source);
-    if (!isThere || !*isThere)
+    if (!isThere)
         return isThere;
+    const QString copy = joinedPath(backup, lastPathComponent(source));
+    if (!*isThere)
+        return platform::removeTree(copy).map([] { return false; });
     // Else a folder would be filled with itself for ever.
     if (platform::liesWithin(backup, source))
         return tl::unexpected(platform::describeFailure(source, u"copied"_s, EINVAL));
-    return platform::copyItem(source, joinedPath(backup, lastPathComponent(source))).map([] {
-        return true;
-    });
+    return platform::copyItem(source, copy).map([] { return true; });
 }
 
 /// Gives the number of items copied.

@@ -43,6 +43,8 @@ private Q_SLOTS:
     void countsNoCratesWhereTheFolderCannotBeListed();
     void failsWhereTheFolderCannotBeMade();
     void failsWhereTheEarlierBackupCannotBeRemoved();
+    void leavesNoItemOfAnEarlierBackup_data();
+    void leavesNoItemOfAnEarlierBackup();
     void stopsAtTheFirstItemThatCannotBeCopied();
     void neverClaimsMoreThanItHasCopied();
     void failsOnAFullDevice();
@@ -251,6 +253,36 @@ void SeratoBackupTest::failsWhereTheEarlierBackupCannotBeRemoved()
     QVERIFY(!outcome);
     QCOMPARE(outcome.error().message, u"The file “database V2” couldn't be copied: File exists."_s);
     QCOMPARE(m_folder->read(backupName + u"/database V2"_s), QByteArray("earlier"));
+}
+
+void SeratoBackupTest::leavesNoItemOfAnEarlierBackup_data()
+{
+    QTest::addColumn<int>("failures");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("removed in the end") << 1 << QString();
+    QTest::newRow("never removed")
+        << 2 << u"The file “window.pref” couldn't be removed: Permission denied."_s;
+}
+
+/// The library has lost an item since, and the earlier backup's could not be removed at first.
+void SeratoBackupTest::leavesNoItemOfAnEarlierBackup()
+{
+    QFETCH(const int, failures);
+    QFETCH(const QString, message);
+    QVERIFY(backUp());
+    QVERIFY(m_folder->read(backupName + u"/window.pref"_s) != "");
+    QVERIFY(QFile::remove(m_folder->path(libraryName + u"/window.pref"_s)));
+    int left = failures;
+    const platform::ScopedFaults faults([&](platform::FileOperation operation,
+                                            const QString &path) {
+        const bool isItem = path.endsWith(u"/window.pref"_s);
+        return isItem && operation == platform::FileOperation::Remove && left-- > 0 ? EACCES : 0;
+    });
+    const auto outcome = backUp();
+    QCOMPARE(outcome ? QString() : outcome.error().message, message);
+    QCOMPARE(QFileInfo::exists(m_folder->path(backupName + u"/window.pref"_s)), !outcome);
+    if (outcome)
+        QCOMPARE(tree(backupName), tree(libraryName));
 }
 
 void SeratoBackupTest::stopsAtTheFirstItemThatCannotBeCopied()

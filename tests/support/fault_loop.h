@@ -60,6 +60,16 @@ inline bool mayPlainFilesLackBytes()
     return presentLoss == Loss::OlderBytes;
 }
 
+/// The paths at which calls failed in the run that is looked at; empty where the process was
+/// killed.
+inline QStringList failedPaths;
+
+/// Whether a call failed at a path that holds these words.
+inline bool hasFailedAt(const QString &words)
+{
+    return !failedPaths.filter(words).isEmpty();
+}
+
 /// How a loop over all calls went.
 struct FaultReport
 {
@@ -101,6 +111,7 @@ inline FaultReport failAtEachCall(const Interruption &what, const QList<int> &er
     for (;; ++report.calls) {
         const int error = errors.at(report.calls % errors.size());
         QTemporaryDir folder(placeForRuns());
+        failedPaths.clear();
         what.prepare(folder.path());
         if (what.arrive)
             what.arrive(folder.path());
@@ -112,6 +123,8 @@ inline FaultReport failAtEachCall(const Interruption &what, const QList<int> &er
                     if (left-- == 0)
                         call = QStringLiteral("operation %1 on %2").arg(int(operation)).arg(path);
                     const bool fails = fault == Fault::Lasting ? left < 0 : left == -1;
+                    if (fails)
+                        failedPaths << path;
                     return fails ? error : 0;
                 });
             what.act(folder.path());
@@ -174,6 +187,7 @@ inline FaultReport killAtEachCall(const Interruption &what)
     FaultReport report;
     for (;; ++report.calls) {
         QTemporaryDir folder(placeForRuns());
+        failedPaths.clear();
         what.prepare(folder.path());
         ChildProcess victim({QCoreApplication::applicationFilePath(), QStringLiteral("--killed-at"),
                              QString::number(report.calls), what.name, folder.path()});

@@ -29,7 +29,8 @@ using Tree = QMap<QString, QByteArray>;
 /// In which way that is lost which was not flushed.
 enum class Loss {
     Bytes,      ///< names are kept; every file holds what was last flushed of it, or nothing
-    HalfBytes,  ///< names are kept; of every file the first half of the unflushed content is left
+    HalfBytes,  ///< names are kept; of every file the first half of the unflushed content is left,
+                ///< and behind it, of one that is written page by page, what was last flushed
     OlderBytes, ///< as with `Bytes`, but the file that was written last is whole
     Names,      ///< and so are names: the folder is as when one was last flushed
 };
@@ -200,6 +201,23 @@ inline void loseNames(const QString &folder, const Tree &lasting)
 
 } // namespace detail
 
+namespace detail {
+
+/// Databases of SQLite are not written anew from their start, but where a page has changed.
+inline bool isWrittenInPages(const QString &name)
+{
+    return name.endsWith(QStringLiteral(".db")) || name.endsWith(QStringLiteral("-journal"));
+}
+
+inline QByteArray halfWritten(const QString &name, const QByteArray &content,
+                              const QByteArray &lasting)
+{
+    const QByteArray half = content.first(content.size() / 2);
+    return isWrittenInPages(name) ? half + lasting.mid(half.size()) : half;
+}
+
+} // namespace detail
+
 /// Lets the folder lose what was not flushed.
 inline void loseUnflushed(const QString &folder, const Unflushed &unflushed, Loss loss)
 {
@@ -211,7 +229,7 @@ inline void loseUnflushed(const QString &folder, const Unflushed &unflushed, Los
     for (const auto &[name, lasting] : files) {
         const QString path = folder + u'/' + name;
         const QByteArray content = contentOf(path);
-        put(path, loss == Loss::HalfBytes ? content.first(content.size() / 2) : lasting);
+        put(path, loss == Loss::HalfBytes ? detail::halfWritten(name, content, lasting) : lasting);
     }
 }
 
