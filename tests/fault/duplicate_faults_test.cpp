@@ -46,14 +46,40 @@ bool isHeld(const QString &folder, const ChangeEntry &entry)
            !contentOf(databaseFile(folder)).contains(utf16(entry.target));
 }
 
-/// A manifest that couldn't be written doesn't know the file, which then stays held.
-bool isBack(const QString &folder, const ChangeEntry &entry)
+bool isInPlace(const QString &folder, const ChangeEntry &entry)
+{
+    return contentOf(musicFile(folder, entry.target)) == audio.value(entry.target).value(0);
+}
+
+bool hasRecord(const QString &folder, const ChangeEntry &entry)
+{
+    return contentOf(databaseFile(folder)).count(utf16(entry.target)) == 1;
+}
+
+/// A manifest that couldn't be written doesn't know the file, which then stays held. Where the
+/// process ended while it was being written, it knows of none.
+bool mayStayHeld(const QString &folder, const ChangeEntry &entry)
 {
     const QByteArray manifest = contentOf(folder + u"/data/Tarnwick/Holding/manifest.json"_s);
-    const bool isKnown = manifest.contains(entry.holdingId.value_or(u"-"_s).toUtf8());
-    const bool hasRecord = contentOf(databaseFile(folder)).contains(utf16(entry.target));
-    return (QFileInfo::exists(musicFile(folder, entry.target)) || !isKnown) &&
-           (hasRecord || !hasRecordIn(entry, entry.target));
+    if (manifest.contains(entry.holdingId.value_or(u"-"_s).toUtf8()))
+        return false;
+    const bool isEmptied = failedPaths.isEmpty() && !manifest.contains("held-");
+    return isEmptied || hasFailedAt(u"/manifest.json"_s) || mayPlainFilesLackBytes();
+}
+
+bool isBack(const QString &folder, const ChangeEntry &entry)
+{
+    return (isInPlace(folder, entry) || mayStayHeld(folder, entry)) &&
+           (hasRecord(folder, entry) || mayRecordStayAway(entry, entry.target));
+}
+
+/// The file is in its place and the record in the database, but for what could not be put back.
+bool isBackAsFarAsItGoes(const QString &folder, const ChangeEntry &entry)
+{
+    const bool mayFileStay = hasFailedAt(u"/Holding"_s) || hasFailedAt(u'/' + entry.target) ||
+                             hasFailedAt(u"/home/music"_s);
+    return (isInPlace(folder, entry) || mayFileStay) &&
+           (hasRecord(folder, entry) || hasFailedAtDatabase());
 }
 
 QList<CommandCase> commands()
@@ -90,9 +116,12 @@ QList<CommandCase> commands()
              },
          .isTrue =
              [](const QString &folder, const ChangeEntry &entry) {
-                 return entry.reversed || entry.target == u"a.mp3"_s || isHeld(folder, entry);
+                 if (!entry.reversed)
+                     return entry.target == u"a.mp3"_s || isHeld(folder, entry);
+                 return entry.target == u"a.mp3"_s && isBackAsFarAsItGoes(folder, entry);
              },
-         .mayDiffer = true},
+         .mayDiffer = hasFailedAtDatabase,
+         .isUndone = isBack},
     };
 }
 

@@ -57,7 +57,7 @@ bool isGoneAgain(const QString &folder, const ChangeEntry &)
 
 bool isThereAgain(const QString &folder, const ChangeEntry &entry)
 {
-    return isGoneAgain(folder, entry) || !hasRecordIn(entry, u"gone.mp3"_s);
+    return isGoneAgain(folder, entry) || mayRecordStayAway(entry, u"gone.mp3"_s);
 }
 
 CommandCase relinking()
@@ -143,12 +143,64 @@ CommandCase taggingAll()
                     return outcomesOf(all);
                 },
             .isTrue = isGenreSet,
+            .isToastTrue =
+                [](const QString &folder, const QString &toast) {
+                    const auto count = contentOf(databaseFile(folder)).count(utf16(u"House"));
+                    return toast ==
+                           u"Tagged %1 %2 as House"_s.arg(QString::number(count),
+                                                          count == 1 ? u"track"_s : u"tracks"_s);
+                },
             .isUndone = isPopAgain};
+}
+
+/// Two other spellings of "House".
+QByteArray spelled(const QString &folder, const QString &name)
+{
+    return song(folder, name, name == u"b.mp3"_s ? u"HOUSE" : u"house");
+}
+
+CommandCase unifying()
+{
+    return {.name = u"unify"_s,
+            .fill =
+                [](const QString &folder) {
+                    fillLibrary(folder);
+                    put(databaseFile(folder),
+                        database(spelled(folder, u"gone.mp3"_s), spelled(folder, u"b.mp3"_s)));
+                },
+            .command =
+                [](UserProcess &user) {
+                    user.app().unifyGenre({.id = {},
+                                           .canon = u"House"_s,
+                                           .variants = {u"HOUSE"_s, u"House"_s, u"house"_s},
+                                           .trackCount = 2});
+                },
+            .outcomes =
+                [](const QString &folder) {
+                    const QByteArray one = song(folder, u"gone.mp3"_s, u"House");
+                    const QByteArray other = song(folder, u"b.mp3"_s, u"House");
+                    const QByteArray oldOne = spelled(folder, u"gone.mp3"_s);
+                    const QByteArray oldOther = spelled(folder, u"b.mp3"_s);
+                    return outcomesOf({database(oldOne, oldOther), database(one, oldOther),
+                                       database(oldOne, other), database(one, other)});
+                },
+            .isTrue = isGenreSet,
+            .isToastTrue =
+                [](const QString &folder, const QString &toast) {
+                    const auto count = contentOf(databaseFile(folder)).count(utf16(u"House"));
+                    return toast ==
+                           u"Unified %1 %2 to House"_s.arg(QString::number(count),
+                                                           count == 1 ? u"track"_s : u"tracks"_s);
+                },
+            .isUndone =
+                [](const QString &folder, const ChangeEntry &entry) {
+                    return contentOf(databaseFile(folder)).contains(spelled(folder, entry.target));
+                }};
 }
 
 QList<Interruption> cases()
 {
-    return interruptionsOf({relinking(), dropping(), tagging(), taggingAll()});
+    return interruptionsOf({relinking(), dropping(), tagging(), taggingAll(), unifying()});
 }
 
 } // namespace

@@ -91,6 +91,11 @@ bool isTakenBack(const QString &folder, const ChangeEntry &entry)
         .contains(entry.kind == ChangeEntry::Kind::Relink ? gone(folder) : tagged(folder, u"Pop"));
 }
 
+bool isGoneThere(const QString &folder, const ChangeEntry &)
+{
+    return contentOf(databaseFile(folder)).count(gone(folder)) == 1;
+}
+
 QList<CommandCase> commands()
 {
     return {
@@ -128,8 +133,12 @@ QList<CommandCase> commands()
                                     database({}, tagged(folder, u"Pop"), gone(folder))},
                                    database(gone(folder), tagged(folder, u"Pop")));
              },
-         .isTrue = [](const QString &, const ChangeEntry &) { return true; },
-         .mayDiffer = true},
+         .isTrue =
+             [](const QString &folder, const ChangeEntry &entry) {
+                 return !entry.reversed || isGoneThere(folder, entry) || hasFailedAtDatabase();
+             },
+         .mayDiffer = hasFailedAtDatabase,
+         .isUndone = isGoneThere},
         {.name = u"gain"_s,
          .fill = fillLibrary,
          .earlier =
@@ -141,7 +150,11 @@ QList<CommandCase> commands()
                  outcomes.audio[u"b.mp3"_s] = {gainedFile};
                  return outcomes;
              },
-         .isTrue = [](const QString &, const ChangeEntry &) { return true; }},
+         // The gain stays, and the entry is marked.
+         .isTrue =
+             [](const QString &folder, const ChangeEntry &) {
+                 return contentOf(musicFile(folder, u"b.mp3"_s)) == gainedFile;
+             }},
         {.name = u"everything"_s,
          .fill = fillLibrary,
          .earlier =
@@ -157,7 +170,8 @@ QList<CommandCase> commands()
                                     database(gone(folder), tagged(folder, u"House")),
                                     database(gone(folder), tagged(folder, u"Pop"))});
              },
-         .isTrue = isUndone},
+         .isTrue = isUndone,
+         .isUndone = isTakenBack},
     };
 }
 

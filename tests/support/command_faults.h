@@ -25,7 +25,9 @@ struct Outcomes
     QByteArrayList databases = {};
     QMap<QString, QByteArrayList> audio = {}; ///< what each audio file may hold, by name
     QByteArrayList crates = {"crate"};        ///< what the one crate may hold
-    QByteArray earlierDatabase = {};          ///< that a snapshot of the earlier session may hold
+    /// What crates beside it may hold, by file name; "(none)" where one may be missing.
+    QMap<QString, QByteArrayList> otherCrates = {};
+    QByteArray earlierDatabase = {}; ///< that a snapshot of the earlier session may hold
 };
 
 /// A command that is interrupted.
@@ -36,25 +38,53 @@ struct CommandCase
     std::function<void(UserProcess &)> earlier = {}; ///< a session ahead of it; may be empty
     std::function<void(UserProcess &)> command;
     std::function<Outcomes(const QString &folder)> outcomes;
+    /// The same where one call failed and all others went well; where empty, no more than else.
+    std::function<Outcomes(const QString &folder)> outcomesIfFailed = {};
     /// Whether what an entry of the log says is so.
     std::function<bool(const QString &folder, const ChangeEntry &)> isTrue;
-    /// Whether a scan result that is not in step is accepted.
-    bool mayDiffer = false;
+    /// Whether what a toast says is so; problems are not asked for. May be empty.
+    std::function<bool(const QString &folder, const QString &toast)> isToastTrue = {};
+    /// Whether a scan result that is not in step is accepted; where empty, none is.
+    std::function<bool()> mayDiffer = {};
     /// Whether what an entry tells of has been taken back; where this is given, all that the log
     /// has as reversible is undone by the next process.
     std::function<bool(const QString &folder, const ChangeEntry &)> isUndone = {};
 };
 
-/// Whether an undo can have the record of an entry's track back: there may have been no way to take
-/// a snapshot, or the power went before it was on the disk.
-inline bool hasRecordIn(const ChangeEntry &entry, const QString &fileName)
+/// Whether a call failed that the database itself or its copy in a snapshot is read or written by.
+/// An undo of a drop or a duplicate then gives the record up, and marks its entry all the same.
+inline bool hasFailedAtDatabase()
+{
+    return hasFailedAt(QStringLiteral("database V2"));
+}
+
+/// The snapshot that an entry names; nothing where it names none, or one that isn't there.
+inline std::optional<Snapshot> snapshotOf(const ChangeEntry &entry)
 {
     for (const Snapshot &snapshot : SnapshotStore::list()) {
         if (entry.snapshotId == snapshot.id)
-            return contentOf(snapshot.folderPath() + QStringLiteral("/database V2"))
-                .contains(utf16(fileName));
+            return snapshot;
     }
-    return false;
+    return std::nullopt;
+}
+
+/// Whether the snapshot ahead of an entry's change may be of no use: it couldn't be taken, or the
+/// power went while only younger files had reached the disk.
+inline bool mayLackSnapshot(const ChangeEntry &entry)
+{
+    if (entry.snapshotId)
+        return mayPlainFilesLackBytes();
+    return hasFailedAt(QStringLiteral("/Snapshots")) || hasFailedAt(QStringLiteral("/_Serato_"));
+}
+
+/// Whether an undo in peace may leave the record of an entry's track out: no snapshot holds it.
+inline bool mayRecordStayAway(const ChangeEntry &entry, const QString &fileName)
+{
+    const auto snapshot = snapshotOf(entry);
+    const bool hasRecord =
+        snapshot && contentOf(snapshot->folderPath() + QStringLiteral("/database V2"))
+                        .contains(utf16(fileName));
+    return !hasRecord && mayLackSnapshot(entry);
 }
 
 namespace detail {
@@ -62,6 +92,8 @@ namespace detail {
 /// The process under way, and what it knew of its tracks at the end.
 inline std::unique_ptr<UserProcess> userProcess;
 inline QStringList knownTracks;
+/// What the process told of as done.
+inline QStringList toasts;
 
 /// Where the file's bytes are, among what it may hold.
 inline QString troubleOfAudio(const QString &folder, const QString &name,
@@ -101,12 +133,18 @@ inline QString troubleOnDisk(const QString &folder, const Outcomes &outcomes)
     if (!outcomes.crates.contains(
             contentOf(libraryFile(folder, QStringLiteral("Subcrates/Set.crate")))))
         return QStringLiteral("the crate is neither old nor new");
+    for (const auto &[name, allowed] : outcomes.otherCrates.toStdMap()) {
+        if (!allowed.contains(contentOf(libraryFile(folder, QStringLiteral("Subcrates/") + name))))
+            return name + QStringLiteral(" is neither old nor new");
+    }
     for (const auto &[name, allowed] : outcomes.audio.toStdMap()) {
         if (const QString trouble = troubleOfAudio(folder, name, allowed); !trouble.isEmpty())
             return trouble;
     }
     const QString stranger =
         strangerIn(folder + QStringLiteral("/home/music"), outcomes.audio.keys()) +
+        strangerIn(libraryFile(folder, QStringLiteral("Subcrates")),
+                   QStringList(QStringLiteral("Set.crate")) + outcomes.otherCrates.keys()) +
         strangerIn(libraryFile(folder, {}),
                    {QStringLiteral("Subcrates"), QStringLiteral("database V2")});
     return stranger;
@@ -159,7 +197,12 @@ inline QString troubleAfter(const QString &folder, const CommandCase &what)
     UserProcess next(folder);
     if (!std::holds_alternative<Ready>(next.app().phase()))
         return QStringLiteral("the next launch finds no library");
-    if (!knownTracks.isEmpty() && !what.mayDiffer && knownTracks != next.tracks())
+    for (const QString &toast : std::as_const(toasts)) {
+        if (what.isToastTrue && !what.isToastTrue(folder, toast))
+            return QStringLiteral("a toast claims what isn't so: ") + toast;
+    }
+    const bool mayDiffer = what.mayDiffer && what.mayDiffer();
+    if (!knownTracks.isEmpty() && !mayDiffer && knownTracks != next.tracks())
         return QStringLiteral("the result was out of step: %1 where the disk has %2")
             .arg(knownTracks.join(u' '), next.tracks().join(u' '));
     const QString trouble = troubleOfStores(folder, what, next.app());
@@ -173,6 +216,7 @@ inline Interruption interruptionOf(const CommandCase &what)
 {
     const auto prepare = [what](const QString &folder) {
         detail::knownTracks.clear();
+        detail::toasts.clear();
         put(libraryFile(folder, QStringLiteral("Subcrates/Set.crate")), "crate");
         what.fill(folder);
         if (what.earlier) {
@@ -184,6 +228,11 @@ inline Interruption interruptionOf(const CommandCase &what)
         detail::userProcess = std::make_unique<UserProcess>(folder);
     };
     const auto act = [what](const QString &) {
+        AppState &app = detail::userProcess->app();
+        QObject::connect(&app, &AppState::toastRaised, &app, [](const Toast &toast) {
+            if (!toast.isProblem)
+                detail::toasts << toast.message;
+        });
         what.command(*detail::userProcess);
         detail::knownTracks = detail::userProcess->tracks();
         detail::userProcess.reset();
@@ -191,7 +240,15 @@ inline Interruption interruptionOf(const CommandCase &what)
     const auto trouble = [what](const QString &folder) {
         return detail::troubleAfter(folder, what);
     };
-    return {what.name, prepare, act, trouble, begin};
+    Interruption interruption{what.name, prepare, act, trouble, begin};
+    if (what.outcomesIfFailed) {
+        CommandCase failed = what;
+        failed.outcomes = what.outcomesIfFailed;
+        interruption.troubleIfFailed = [failed](const QString &folder) {
+            return detail::troubleAfter(folder, failed);
+        };
+    }
+    return interruption;
 }
 
 inline QList<Interruption> interruptionsOf(const QList<CommandCase> &commands)
