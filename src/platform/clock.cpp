@@ -1,42 +1,34 @@
 #include "platform/clock.h"
 
-#include <mutex>
-#include <optional>
+#include "platform/overridden.h"
 
 namespace tarnwick::platform {
 
 namespace {
 
-std::mutex stoppedMutex;
-std::optional<QDateTime> stopped;
-
-void stopAt(const std::optional<QDateTime> &moment)
-{
-    const std::scoped_lock lock(stoppedMutex);
-    stopped = moment;
-}
+Overridden<QDateTime> stopped;
 
 } // namespace
 
 QDateTime now()
 {
-    const std::scoped_lock lock(stoppedMutex);
-    return stopped ? *stopped : QDateTime::currentDateTimeUtc();
+    const auto moment = stopped.value();
+    return moment ? *moment : QDateTime::currentDateTimeUtc();
 }
 
 ScopedClock::ScopedClock(const QDateTime &moment)
 {
-    stopAt(moment.toUTC());
+    stopped.set(moment.toUTC());
 }
 
 ScopedClock::~ScopedClock()
 {
-    stopAt(std::nullopt);
+    stopped.reset();
 }
 
 void ScopedClock::set(const QDateTime &moment)
 {
-    stopAt(moment.toUTC());
+    stopped.set(moment.toUTC());
 }
 
 } // namespace tarnwick::platform

@@ -1,6 +1,7 @@
 #include "platform/mounts.h"
 
 #include "platform/files.h"
+#include "platform/overridden.h"
 #include "platform/system_calls.h"
 
 #include <QByteArrayList>
@@ -18,7 +19,7 @@ namespace tarnwick::platform {
 
 namespace {
 
-std::optional<QByteArray> listForTests;
+Overridden<QByteArray> listForTests;
 
 /// By the name that the kernel has for a file system. Those of `fuse.` come from programs, most of
 /// them over a network; a disk behind fuse is called "fuseblk".
@@ -112,7 +113,8 @@ std::optional<QByteArray> targetOfLink(const QByteArray &path)
 
 Mounts Mounts::now()
 {
-    return Mounts(listForTests ? noDisksIn(*listForTests) : noDisksOfTheSystem());
+    const auto list = listForTests.value();
+    return Mounts(list ? noDisksIn(*list) : noDisksOfTheSystem());
 }
 
 bool Mounts::mayNeverAnswer(const QString &path) const
@@ -145,7 +147,7 @@ bool Mounts::mayNeverAnswer(const QString &path) const
 
 ScopedMounts::ScopedMounts(const QByteArray &list)
 {
-    listForTests = list;
+    listForTests.set(list);
 }
 
 ScopedMounts::~ScopedMounts()

@@ -5,8 +5,7 @@
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/mounts.h"
-
-#include <optional>
+#include "platform/overridden.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,12 +13,12 @@ namespace tarnwick::platform {
 
 namespace {
 
-std::optional<QStringList> foldersForTests;
+Overridden<QStringList> foldersForTests;
 
 QStringList volumeFolders()
 {
-    if (foldersForTests)
-        return *foldersForTests;
+    if (const auto folders = foldersForTests.value())
+        return *folders;
     QStringList folders = {u"/Volumes"_s};
 #ifdef Q_OS_LINUX
     if (const QString user = environmentVariable("USER").value_or(QString()); !user.isEmpty())
@@ -73,7 +72,7 @@ QString systemDiskName()
 
 ScopedVolumeFolders::ScopedVolumeFolders(const QStringList &folders)
 {
-    foldersForTests = folders;
+    foldersForTests.set(folders);
 }
 
 ScopedVolumeFolders::~ScopedVolumeFolders()

@@ -24,6 +24,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
@@ -148,7 +149,12 @@ class Home:
                               preexec_fn=before)
 
     def ask(self, *arguments):
-        done = self.run(*arguments)
+        # Other tests on this machine start programs that bear Serato's name, for a moment.
+        for _ in range(100):
+            done = self.run(*arguments)
+            if b"Close Serato" not in done.stdout + done.stderr:
+                break
+            time.sleep(0.1)
         if done.returncode != 0:
             raise AssertionError(f"{arguments} fails: {done.stderr.decode()}")
         return json.loads(done.stdout)
