@@ -9,11 +9,6 @@ namespace tarnwick::JsonNumber {
 
 namespace {
 
-bool isDigit(char byte)
-{
-    return byte >= '0' && byte <= '9';
-}
-
 /// Zero whatever its exponent.
 bool statesZero(QByteArrayView text)
 {

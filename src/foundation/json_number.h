@@ -3,6 +3,7 @@
 #include <QByteArrayView>
 
 #include <charconv>
+#include <cmath>
 #include <optional>
 
 /// Numbers as JSON writes them, whose grammar is stricter than that of any parser of numbers.
@@ -13,6 +14,11 @@ struct Token
     QByteArrayView text;
     bool isWhole = true; ///< has neither a fraction nor an exponent
 };
+
+constexpr bool isDigit(char byte)
+{
+    return byte >= '0' && byte <= '9';
+}
 
 /// The number that the bytes begin with, whatever is behind it.
 std::optional<Token> at(QByteArrayView bytes);
@@ -36,8 +42,8 @@ std::optional<Whole> toWhole(const Token &token)
     // A double tells every whole number below from its neighbours.
     constexpr double inexact = 9007199254740992.0;
     const std::optional<double> value = toDouble(token.text);
-    const bool fits = value && *value<inexact && * value> - inexact &&
-                      double(qint64(*value)) == *value && (Whole(-1) < 0 || *value >= 0);
+    const bool fits = value && std::abs(*value) < inexact && double(qint64(*value)) == *value &&
+                      (Whole(-1) < 0 || *value >= 0);
     return fits ? std::optional(Whole(*value)) : std::nullopt;
 }
 

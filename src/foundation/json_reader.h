@@ -96,12 +96,6 @@ private:
     template <typename Whole>
     bool wholeNumber(Whole &out);
 
-    bool scanText(qsizetype &end, bool &hasEscapes);
-    qsizetype afterMultibyte(qsizetype at) const;
-    bool unescape(QByteArrayView encoded, QByteArray &out);
-    bool unescapeOne(QByteArrayView encoded, qsizetype &at, QByteArray &out);
-    bool unescapeUnicode(QByteArrayView encoded, qsizetype &at, QByteArray &out);
-
     QByteArrayView m_bytes;
     qsizetype m_at = 0;
     int m_depth = 0;
