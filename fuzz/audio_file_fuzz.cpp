@@ -104,6 +104,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         require(scratch.contentOf(u"a.mp3"_s) == input.rest(), "any other file stays as it is");
         return 0;
     }
+    noteRead();
     checkKept(scratch, *before);
     if (comeBack(before->frames)) {
         const CueFrames captured = SeratoGEOB::captureCueFrames(path);

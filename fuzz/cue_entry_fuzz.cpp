@@ -24,6 +24,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const auto entry = entryIn(viewOf(data, size).toByteArray());
     if (!entry)
         return 0;
+    noteRead();
     const auto again = entryIn(entry->text().toByteArray());
     require(again == entry, "an entry comes back from its text");
     require(again->text() == entry->text(), "which stays the same");

@@ -25,6 +25,16 @@ inline void require(bool holds, const char *what)
     std::abort();
 }
 
+/// How often a target took an input for what it reads.
+inline long inputsRead = 0;
+
+/// Says that the input is one that the target reads. For targets that look no further at any other:
+/// their seeds must all be read, so that a reader that refuses everything is noticed.
+inline void noteRead()
+{
+    ++inputsRead;
+}
+
 /// The very bytes of the input: reading past their end is noticed.
 inline QByteArrayView viewOf(const std::uint8_t *data, std::size_t size)
 {

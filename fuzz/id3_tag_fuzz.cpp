@@ -76,6 +76,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const auto tag = SeratoGEOB::readTag(input.toByteArray());
     if (!tag)
         return 0;
+    noteRead();
     require(input.endsWith(tag->audio), "the audio is the end of the file");
     require(tag->audio.size() <= input.size() - Id3::headerSize, "behind the header");
     for (const Frame &frame : tag->frames)

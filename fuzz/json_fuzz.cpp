@@ -128,6 +128,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     require((skipping.skip() && skipping.end()) == value.has_value(), "skipping reads the same");
     if (!value || !(value->isObject() || value->isArray()))
         return 0;
+    noteRead();
     const QJsonDocument document = QJsonDocument::fromJson(input.toByteArray());
     require(!document.isNull(), "it is JSON");
     if (!holdsInnerMark(input)) {

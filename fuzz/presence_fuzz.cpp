@@ -38,6 +38,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     require(found.has_value() == body.has_value(), "whether there is a tag");
     if (!body)
         return 0;
+    noteRead();
     const auto has = [&](QByteArrayView text) { return body->indexOf(text) >= 0; };
     require(found->hasMarkers == has("Serato Markers2"), "markers");
     require(found->hasBeatGrid == has("Serato BeatGrid"), "a beat grid");

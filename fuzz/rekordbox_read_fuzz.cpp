@@ -17,6 +17,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     require(paths.has_value() == text.isValidUtf8(), "any text is read");
     if (!paths)
         return 0;
+    if (!paths->isEmpty())
+        noteRead();
     const qsizetype places = text.toByteArray().count("Location=\"file://localhost");
     require(paths->size() <= places, "a path for each place at most");
     return 0;

@@ -1,6 +1,7 @@
 // Runs a fuzz target without a fuzzer, built by any compiler.
 //
 //   NAME_fuzz FILE-OR-FOLDER...                      over these files, once each
+//   NAME_fuzz --seeds-are-read FILE-OR-FOLDER...     likewise; a seed that is not read is a find
 //   NAME_fuzz --mutate NUMBER --keep FOLDER FILE-OR-FOLDER...
 //       likewise, and over so many inputs made of them at random; one that ends the process is in
 //       the folder then, as "crash-" and a number
@@ -20,7 +21,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-using tarnwick::fuzzing::Input;
+using namespace tarnwick::fuzzing;
 
 namespace {
 
@@ -52,6 +53,18 @@ Input inputOf(const QString &path)
 const Input *present = nullptr;
 QByteArray keptAs;
 
+/// Runs the target over a file of the corpus.
+void replay(const QString &file, const Input &input, bool seedsAreRead)
+{
+    std::printf("%s\n", qPrintable(file));
+    std::fflush(stdout);
+    const long readBefore = inputsRead;
+    LLVMFuzzerTestOneInput(input.data(), input.size());
+    const bool isSeed = QFileInfo(file).fileName().startsWith(QStringLiteral("seed-"));
+    const bool mustBeRead = seedsAreRead && isSeed;
+    require(!mustBeRead || inputsRead > readBefore, "a seed is read");
+}
+
 void keepInput(int number)
 {
     const int file = ::open(keptAs.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
@@ -66,7 +79,7 @@ void runMutations(const std::vector<Input> &inputs, long count, const QString &f
     keptAs = QFile::encodeName(folder + QStringLiteral("/crash-%1").arg(seed));
     for (const int number : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL})
         std::signal(number, keepInput);
-    tarnwick::fuzzing::Mutation mutation(seed);
+    Mutation mutation(seed);
     for (long i = 0; i < count; ++i) {
         const Input input = mutation.drawFrom(inputs);
         present = &input;
@@ -87,6 +100,7 @@ int main(int argc, char **argv)
         arguments << QFile::decodeName(argv[i]);
     long count = 0;
     QString folder;
+    const bool seedsAreRead = arguments.removeAll(QStringLiteral("--seeds-are-read")) > 0;
     if (arguments.value(0) == QStringLiteral("--mutate")) {
         count = arguments.value(1).toLong();
         folder = arguments.value(3);
@@ -96,10 +110,8 @@ int main(int argc, char **argv)
     LLVMFuzzerTestOneInput(nullptr, 0); // as a fuzzer begins
     for (const QString &path : arguments) {
         for (const QString &file : filesIn(path)) {
-            std::printf("%s\n", qPrintable(file));
-            std::fflush(stdout);
             inputs.push_back(inputOf(file));
-            LLVMFuzzerTestOneInput(inputs.back().data(), inputs.back().size());
+            replay(file, inputs.back(), seedsAreRead);
         }
     }
     if (!inputs.empty())

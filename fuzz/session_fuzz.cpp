@@ -26,6 +26,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     SeratoParser::Notes notes;
     const auto laneFor = [](const QString &path) { return u"lane of "_s + path; };
     SeratoHistory::appendEvents(events, viewOf(data, size), laneFor, &notes);
+    if (!events.empty())
+        noteRead();
     for (const PlayEvent &event : events) {
         require(!event.title.isEmpty(), "a play has a title");
         require(isKey(event.trackKey), "a key of 20 digits");

@@ -44,6 +44,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const auto deleted = SignalWire::deletedIn(body);
     if ((!tracks && !stats && !youFeed && !deleted) || holdsInnerMark(body))
         return 0;
+    noteRead();
     const QJsonObject object = QJsonDocument::fromJson(body.toByteArray()).object();
     if (tracks) {
         const QJsonArray array = object.value(u"tracks"_s).toArray();

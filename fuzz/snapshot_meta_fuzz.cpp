@@ -37,6 +37,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const auto meta = metaIn(input);
     if (!meta)
         return 0;
+    noteRead();
     QByteArray written;
     JsonWriter json(written, JsonWriter::Style::Pretty);
     meta->snapshot.write(json);

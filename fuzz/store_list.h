@@ -12,6 +12,7 @@ void checkStoreList(QByteArrayView input)
     const auto list = StoreFile::decoded<Record>(input.toByteArray());
     if (!list)
         return;
+    noteRead();
     require(list->texts.size() == list->records.size(), "a text for each record");
     for (qsizetype i = 0; i < list->records.size(); ++i)
         require(StoreFile::encoded(list->records.at(i)) == list->texts.at(i), "its own text");
