@@ -106,6 +106,15 @@ bool isGenreSet(const QString &folder, const ChangeEntry &entry)
     return stands(folder, entry, song(folder, entry.target, u"House"));
 }
 
+/// The toast in its form, with the count of the tracks that the database has as House.
+auto tellsHouseTracks(const QString &form)
+{
+    return [form](const QString &folder, const QString &toast) {
+        const auto count = contentOf(databaseFile(folder)).count(utf16(u"House"));
+        return toast == form.arg(QString::number(count), count == 1 ? u"track"_s : u"tracks"_s);
+    };
+}
+
 CommandCase tagging()
 {
     return {.name = u"genre"_s,
@@ -143,13 +152,7 @@ CommandCase taggingAll()
                     return outcomesOf(all);
                 },
             .isTrue = isGenreSet,
-            .isToastTrue =
-                [](const QString &folder, const QString &toast) {
-                    const auto count = contentOf(databaseFile(folder)).count(utf16(u"House"));
-                    return toast ==
-                           u"Tagged %1 %2 as House"_s.arg(QString::number(count),
-                                                          count == 1 ? u"track"_s : u"tracks"_s);
-                },
+            .isToastTrue = tellsHouseTracks(u"Tagged %1 %2 as House"_s),
             .isUndone = isPopAgain};
 }
 
@@ -185,13 +188,7 @@ CommandCase unifying()
                                        database(oldOne, other), database(one, other)});
                 },
             .isTrue = isGenreSet,
-            .isToastTrue =
-                [](const QString &folder, const QString &toast) {
-                    const auto count = contentOf(databaseFile(folder)).count(utf16(u"House"));
-                    return toast ==
-                           u"Unified %1 %2 to House"_s.arg(QString::number(count),
-                                                           count == 1 ? u"track"_s : u"tracks"_s);
-                },
+            .isToastTrue = tellsHouseTracks(u"Unified %1 %2 to House"_s),
             .isUndone =
                 [](const QString &folder, const ChangeEntry &entry) {
                     return contentOf(databaseFile(folder)).contains(spelled(folder, entry.target));

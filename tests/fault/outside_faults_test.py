@@ -28,8 +28,8 @@ import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
-import counted_test
-from counted_test import built, count
+import counted
+from counted import built, count
 
 KILL = "signal=SIGKILL"
 CHANGING = {call: ("error=EIO", "error=ENOSPC", "error=EACCES", "error=EROFS", KILL)
@@ -407,4 +407,4 @@ class OutsideFaults(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    counted_test.main("interruptions")
+    counted.main("interruptions")

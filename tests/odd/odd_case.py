@@ -10,8 +10,8 @@ import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
-import counted_test
-from counted_test import built, count
+import counted
+from counted import built, count
 
 IS_LONG = os.environ.get("TARNWICK_ODD") == "long"
 REFUSALS = (b"Close Serato", b"Serato is running")
@@ -121,4 +121,4 @@ class OddCase(unittest.TestCase):
 
 
 def main():
-    counted_test.main("cases")
+    counted.main("cases")
