@@ -34,6 +34,10 @@ constexpr char schema[] =
 // index of the paths touches them in no order.
 constexpr char cacheSize[] = "PRAGMA cache_size=-65536;";
 
+// A transaction ends with the removal of its journal. Were that lost in a power cut, the tables
+// would be there again without their rows.
+constexpr char lastingCommit[] = "PRAGMA synchronous=EXTRA;";
+
 constexpr char trackInsert[] =
     "INSERT INTO Track (id, path, filename, title, artist, album, genre, length, bpm, bitrate, "
     "fileType, isAvailable, isAnalyzed) VALUES (?,?,?,?,?,?,?,?,?,?,?,1,1);";
@@ -74,6 +78,7 @@ EngineResult<void> EngineDatabase::begin()
 {
     return exec(cacheSize)
         .and_then([this] { return exec(schema); })
+        .and_then([this] { return exec(lastingCommit); })
         .and_then([this] { return exec("BEGIN;"); })
         .and_then([this] { return addInformation(); })
         .and_then([this] { return prepareTracks(); });

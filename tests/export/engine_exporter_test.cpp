@@ -4,6 +4,8 @@
 #include "export/failing_sqlite.h"
 #include "export/small_library.h"
 #include "support/memory_folder.h"
+#include "support/power_cut.h"
+#include "support/sqlite_behind_gate.h"
 #include "support/sqlite_reader.h"
 #include "support/test_folder.h"
 #include "support/tiny_disk.h"
@@ -48,6 +50,8 @@ private Q_SLOTS:
     void reportsItsProgress_data();
     void reportsItsProgress();
     void replacesAnEarlierExport();
+    void outlastsAPowerCutOnceItIsTold_data();
+    void outlastsAPowerCutOnceItIsTold();
     void leavesItsNeighboursAlone();
     void replacesADamagedExport_data();
     void replacesADamagedExport();
@@ -175,6 +179,30 @@ void EngineExporterTest::replacesAnEarlierExport()
     QCOMPARE(rows("SELECT path FROM Track"), QStringList{u"/new.mp3"_s});
     QCOMPARE(rows("SELECT * FROM Playlist"), QStringList{});
     QVERIFY(rows("SELECT uuid FROM Information") != earlier);
+}
+
+void EngineExporterTest::outlastsAPowerCutOnceItIsTold_data()
+{
+    QTest::addColumn<int>("loss");
+    for (const Loss loss : allLosses())
+        QTest::addRow("%d", int(loss)) << int(loss);
+}
+
+void EngineExporterTest::outlastsAPowerCutOnceItIsTold()
+{
+    QFETCH(int, loss);
+    const SqliteBehindGate gate;
+    FlushWatch watch(m_folder->path());
+    const platform::ScopedFaults faults(
+        [&](platform::FileOperation operation, const QString &path) {
+            watch.note(operation, path);
+            return 0;
+        });
+    QVERIFY(exportSmallLibrary());
+    const QStringList paths = rows("SELECT path FROM Track");
+    QVERIFY(!paths.isEmpty());
+    loseUnflushed(m_folder->path(), watch.unflushed(), Loss(loss));
+    QCOMPARE(rows("SELECT path FROM Track"), paths);
 }
 
 void EngineExporterTest::leavesItsNeighboursAlone()

@@ -8,9 +8,9 @@
 // 2. Of an Engine library the database is the earlier one, the new one, or has no rows, or isn't
 //    there. SQLite brings back what was there ahead of a transaction that didn't end.
 // 3. A backup promises least: the earlier one goes first, what was copied by then stays, and
-// nothing
-//    is flushed. Each of its files is the earlier one, or the new one from its first byte on, and
-//    may be cut short. Nothing in the folder tells it from a whole one; the toast alone does.
+//    nothing is flushed. Each of its files is the earlier one, or the new one from its first byte
+//    on, and may be cut short. Nothing in the folder tells it from a whole one; the toast alone
+//    does.
 
 #include "export/engine_exporter.h"
 #include "export/serato_backup.h"
