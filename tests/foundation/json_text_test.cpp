@@ -48,7 +48,8 @@ void JsonTextTest::endsAtItsMark()
     const auto token = JsonText::at(bytes, 0);
     QTEST(token ? std::optional(token->encoded.toByteArray()) : std::nullopt, "encoded");
     QTEST(token && token->hasEscapes, "hasEscapes");
-    const auto behind = JsonText::at("[1, " + bytes, 4);
+    const QByteArray array = "[1, " + bytes;
+    const auto behind = JsonText::at(array, 4);
     QTEST(behind ? std::optional(behind->encoded.toByteArray()) : std::nullopt, "encoded");
 }
 
