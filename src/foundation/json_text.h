@@ -14,8 +14,9 @@ struct Token
     bool hasEscapes = false;
 };
 
-/// The text whose opening mark stands at `start`. Nothing for a text that doesn't end, that is no
-/// UTF-8 or holds a control; whether its escapes are any, `decode` tells.
+/// The text whose opening mark stands at `start`, within the bytes, which must outlive it. Nothing
+/// for a text that doesn't end, that is no UTF-8 or holds a control; whether its escapes are any,
+/// `decode` tells.
 std::optional<Token> at(QByteArrayView bytes, qsizetype start);
 
 struct Decoded
